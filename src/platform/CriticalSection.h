@@ -1,7 +1,8 @@
 #pragma once
 
-// The lock inside a property set. Recursive on no system: an operation never re-enters.
-// Entered and left in pairs by the same thread.
+// The lock inside a property set, with the size and alignment that every module counts on. Entered
+// and left in pairs by the same thread; an operation never enters twice. A section that is deleted
+// is held by nobody.
 
 namespace platform {
 

@@ -2,8 +2,12 @@
 
 // The store of settings: the registry, or where there is none a plain INI file. Handles are owned
 // by the caller and closed with CloseSettingsKey. Any thread.
+//
+// The INI file is $TARNEX_SETTINGS, else tarnex.ini under $XDG_CONFIG_HOME or ~/.config. A section
+// is a key, named with its whole path; a value is `name=text`, `name="text"` (verbatim between the
+// quotes), `name=dword:1f` or `name=hex:61,00`, both in hexadecimal. Names are alike in either
+// case. The file is read anew at each opening.
 
-#include <cstddef>
 #include <cstdint>
 #include <string>
 

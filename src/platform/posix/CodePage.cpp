@@ -1,0 +1,71 @@
+#include "platform/CodePage.h"
+
+#include <cstring>
+
+#include "platform/posix/Utf.h"
+
+namespace platform {
+
+// Every narrow code page of this system is UTF-8.
+
+std::string ToNarrow(std::wstring_view text, CodePage) {
+    std::string narrow;
+    narrow.reserve(text.size());
+    for (std::size_t position = 0; position < text.size();) {
+        char bytes[4];
+        const char32_t character = NextCharacter(text.data(), text.size(), position);
+        narrow.append(bytes, EncodeUtf8(character, bytes));
+    }
+    return narrow;
+}
+
+std::wstring ToWide(std::string_view text, CodePage) {
+    std::wstring wide;
+    wide.reserve(text.size());
+    for (std::size_t position = 0; position < text.size();) {
+        wide.push_back(static_cast<wchar_t>(NextUtf8(text.data(), text.size(), position)));
+    }
+    return wide;
+}
+
+std::wstring FromUtf16(std::u16string_view text) {
+    std::wstring wide;
+    wide.reserve(text.size());
+    for (std::size_t position = 0; position < text.size();) {
+        const char16_t unit = text[position];
+        const char32_t character = NextCharacter(text.data(), text.size(), position);
+        wide.push_back(static_cast<wchar_t>(character == kReplacement ? unit : character));
+    }
+    return wide;
+}
+
+std::size_t ToUtf16(std::wstring_view text, char16_t* buffer, std::size_t capacity) {
+    std::size_t count = 0;
+    for (const wchar_t wide : text) {
+        if (count == capacity) break;
+        auto character = static_cast<char32_t>(wide);
+        if (character > 0x10FFFF) character = kReplacement;
+        if (character > 0xFFFF) {
+            buffer[count++] = static_cast<char16_t>(0xD800 + ((character - 0x10000) >> 10));
+            if (count == capacity) break;
+            character = 0xDC00 + ((character - 0x10000) & 0x3FF);
+        }
+        buffer[count++] = static_cast<char16_t>(character);
+    }
+    return count;
+}
+
+std::size_t Utf16ToAnsi(const char16_t* text, std::size_t units, char* buffer,
+                        std::size_t capacity) {
+    std::size_t written = 0;
+    for (std::size_t position = 0; position < units;) {
+        char bytes[4];
+        const std::size_t length = EncodeUtf8(NextCharacter(text, units, position), bytes);
+        if (length > capacity - written) break;
+        std::memcpy(buffer + written, bytes, length);
+        written += length;
+    }
+    return written;
+}
+
+}  // namespace platform

@@ -1,0 +1,66 @@
+#include "platform/MachineFlag.h"
+
+#include <dlfcn.h>
+#include <fcntl.h>
+#include <link.h>
+#include <sys/file.h>
+#include <unistd.h>
+
+#include <cinttypes>
+#include <cstdio>
+#include <string>
+
+namespace platform {
+namespace {
+
+// The path of the file that this code was loaded from, out of the process's list of mappings: the
+// loader knows it only as it was asked for, which may be relative to a folder long left.
+std::string OwnFile() {
+    std::FILE* maps = std::fopen("/proc/self/maps", "re");
+    if (maps == nullptr) return {};
+    const auto self = reinterpret_cast<std::uintptr_t>(&TakeMachineFlag);
+    std::string path;
+    char line[8192];
+    while (path.empty() && std::fgets(line, sizeof line, maps) != nullptr) {
+        std::uintptr_t begin = 0;
+        std::uintptr_t end = 0;
+        int name = 0;
+        if (std::sscanf(line, "%" SCNxPTR "-%" SCNxPTR " %*s %*s %*s %*s %n", &begin, &end,
+                        &name) == 2 &&
+            name > 0 && self >= begin && self < end) {
+            path = line + name;
+        }
+    }
+    std::fclose(maps);
+    if (!path.empty() && path.back() == '\n') path.pop_back();
+    return path;
+}
+
+// The lock lies on the library's own file, as the byte on Windows lies in its image: nothing is
+// left behind, nobody else's rights are in the way, and two copies of the library are two flags.
+// Every process keeps it shared; who could have it exclusively found nobody before him.
+class LockFile {
+public:
+    bool Take() {
+        file_ = open(OwnFile().c_str(), O_RDONLY | O_CLOEXEC);
+        if (file_ < 0) return true;  // a file that is gone can be loaded by nobody else
+        const bool first = flock(file_, LOCK_EX | LOCK_NB) == 0;
+        flock(file_, LOCK_SH);
+        return first;
+    }
+    ~LockFile() {
+        if (file_ >= 0) close(file_);
+    }
+
+private:
+    int file_ = -1;
+};
+
+}  // namespace
+
+bool TakeMachineFlag() {
+    static LockFile lock;  // until the library is unloaded
+    return lock.Take();
+}
+
+}  // namespace platform

@@ -1,0 +1,30 @@
+#include "platform/Module.h"
+
+#include <windows.h>
+
+#include "platform/windows/LongPath.h"
+
+namespace platform {
+
+void* LoadModule(const std::wstring& path) {
+    return LoadLibraryExW(LongPath(path).c_str(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH);
+}
+
+void* ResolveSymbol(void* module, const std::string& name) {
+    return reinterpret_cast<void*>(GetProcAddress(static_cast<HMODULE>(module), name.c_str()));
+}
+
+std::wstring ExecutablePath() {
+    std::wstring path(MAX_PATH, L'\0');
+    for (;;) {
+        const DWORD length =
+            GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size()));
+        if (length < path.size()) {
+            path.resize(length);
+            return path;
+        }
+        path.resize(path.size() * 2);  // it was cut
+    }
+}
+
+}  // namespace platform
