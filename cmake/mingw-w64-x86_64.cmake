@@ -12,3 +12,6 @@ set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE ONLY)
 # The library, plug-ins and hosts share one C++ runtime, so that exceptions are caught by type and
 # shared pointers cross modules.
 set(CMAKE_SHARED_LIBRARY_PREFIX_CXX "")
+
+# What is built here runs under Wine, in a prefix of the build folder's own.
+set(CMAKE_CROSSCOMPILING_EMULATOR ${CMAKE_CURRENT_LIST_DIR}/wine)
