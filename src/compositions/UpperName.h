@@ -1,11 +1,13 @@
 #pragma once
 
 // An upper-cased name: every key and list entry of a description. Owns a zero-terminated buffer, or
-// none for an empty name. Compares by 16-bit code unit. Names end at the first zero character.
+// none for an empty name. Names end at their first zero character and compare by 16-bit code unit.
+// Distinct objects may be used from distinct threads.
 
 #include <compare>
 #include <cstddef>
 #include <memory>
+#include <string>
 #include <string_view>
 
 namespace compositions {
@@ -13,7 +15,8 @@ namespace compositions {
 class UpperName {
 public:
     UpperName() = default;
-    // Copies and upper-cases (current locale on Windows, ASCII elsewhere).
+    // Copies the token up to its first zero and upper-cases the copy (current locale on Windows,
+    // ASCII elsewhere).
     explicit UpperName(std::wstring_view token);
     UpperName(const UpperName& other);
     UpperName(UpperName&& other) noexcept;
@@ -24,24 +27,29 @@ public:
     // Copies the characters as they stand, without upper-casing, up to the first zero.
     static UpperName Verbatim(std::wstring_view characters);
 
-    // Null for an empty name.
+    // Zero-terminated; null for an empty name.
     const wchar_t* Data() const { return buffer_.get(); }
-    std::size_t Capacity() const {
-        return capacity_;
-    }  // characters, terminator included; 0 if empty
-    std::size_t Length() const { return View().size(); }
-    // Up to the first zero character.
-    std::wstring_view View() const {
-        return buffer_ ? std::wstring_view(buffer_.get()) : std::wstring_view();
-    }
+    // Characters of the buffer, its terminator included; 0 without a buffer.
+    std::size_t Capacity() const { return capacity_; }
+    std::size_t Length() const { return capacity_ == 0 ? 0 : capacity_ - 1; }
+    std::wstring_view View() const { return {buffer_.get(), Length()}; }
 
     bool operator==(const UpperName& other) const { return View() == other.View(); }
-    bool operator==(std::wstring_view keyword) const { return View() == keyword; }
-    std::strong_ordering operator<=>(const UpperName& other) const;
+    // A name without a buffer equals no keyword, not even an empty one.
+    bool operator==(std::wstring_view keyword) const { return buffer_ && View() == keyword; }
+    std::strong_ordering operator<=>(const UpperName& other) const {
+        return View().compare(other.View()) <=> 0;
+    }
 
 private:
     std::unique_ptr<wchar_t[]> buffer_;
     std::size_t capacity_ = 0;
 };
+
+// The whole text in upper case, by the same rules; zero characters stay.
+std::wstring UpperText(std::wstring_view text);
+
+// Whether an UpperName made of the token would equal the keyword. The keyword is upper-case ASCII.
+bool IsKeyword(std::wstring_view token, std::wstring_view keyword);
 
 }  // namespace compositions

@@ -1,0 +1,93 @@
+#include "compositions/UpperName.h"
+
+#include <gtest/gtest.h>
+
+#include <map>
+#include <string>
+#include <utility>
+
+using compositions::IsKeyword;
+using compositions::UpperName;
+using compositions::UpperText;
+using namespace std::string_view_literals;
+
+TEST(UpperName, KeepsACopyInUpperCase) {
+    std::wstring token = L"Blur1_x";
+    const UpperName name(token);
+    token[0] = L'?';
+    EXPECT_EQ(name.View(), L"BLUR1_X");
+    EXPECT_EQ(name.Length(), 7u);
+    EXPECT_EQ(name.Capacity(), 8u);
+    EXPECT_EQ(name.Data()[7], L'\0');
+}
+
+TEST(UpperName, WithoutCharactersHasNoBuffer) {
+    for (const UpperName& name : {UpperName(), UpperName(L""), UpperName(L"\0after"sv)}) {
+        EXPECT_EQ(name.Data(), nullptr);
+        EXPECT_EQ(name.Capacity(), 0u);
+        EXPECT_EQ(name.Length(), 0u);
+        EXPECT_TRUE(name.View().empty());
+    }
+}
+
+TEST(UpperName, WithoutBufferEqualsNoKeywordNotEvenAnEmptyOne) {
+    EXPECT_FALSE(UpperName() == L"MIX"sv);
+    EXPECT_FALSE(UpperName() == L""sv);
+    EXPECT_TRUE(UpperName() == UpperName(L""));
+}
+
+TEST(UpperName, EndsAtItsFirstZero) {
+    const UpperName name(L"mix\0more"sv);
+    EXPECT_TRUE(name == L"MIX"sv);
+    EXPECT_EQ(name.Capacity(), 4u);
+}
+
+TEST(UpperName, VerbatimChangesNoCase) {
+    EXPECT_EQ(UpperName::Verbatim(L"miX\0y"sv).View(), L"miX");
+    EXPECT_FALSE(UpperName::Verbatim(L"mix") == UpperName(L"mix"));
+}
+
+TEST(UpperName, LeavesCharactersOfWidenedBytesAlone) {
+    EXPECT_EQ(UpperName(L"caf\xFFE9z").View(), L"CAF\xFFE9Z");
+}
+
+TEST(UpperName, OrdersByUnsignedCodeUnitAndThenByLength) {
+    const std::map<UpperName, int> names{{UpperName(L"\xFFE9"), 4},
+                                         {UpperName(L"AB"), 2},
+                                         {UpperName(L"_"), 3},
+                                         {UpperName(L"A"), 1},
+                                         {UpperName(), 0}};
+    int expected = 0;
+    for (const auto& entry : names) EXPECT_EQ(entry.second, expected++);
+}
+
+TEST(UpperName, CopiesAndMovesItsBuffer) {
+    UpperName first(L"one");
+    UpperName copy = first;
+    EXPECT_NE(copy.Data(), first.Data());
+    UpperName moved = std::move(first);
+    EXPECT_EQ(moved.View(), L"ONE");
+    EXPECT_EQ(first.Capacity(), 0u);  // NOLINT: the state behind a move is promised empty
+    copy = UpperName(L"two");
+    EXPECT_EQ(copy.View(), L"TWO");
+    copy = moved;
+    EXPECT_EQ(copy.View(), L"ONE");
+    const UpperName& same = copy;
+    copy = same;
+    EXPECT_EQ(copy.View(), L"ONE");
+    copy = UpperName();
+    EXPECT_EQ(copy.Data(), nullptr);
+}
+
+TEST(UpperText, KeepsZerosAndUpperCasesBehindThem) {
+    EXPECT_EQ(UpperText(L"a\0b"sv), L"A\0B"sv);
+    EXPECT_EQ(UpperText(L"a\xFFE9\0b\0\0c\xFFE9"sv), L"A\xFFE9\0B\0\0C\xFFE9"sv);
+    EXPECT_EQ(UpperText(L""), L"");
+}
+
+TEST(IsKeyword, AnswersAsTheUpperNameWould) {
+    for (const std::wstring_view token : {L"MIX"sv, L"mix"sv, L"MI"sv, L"MIXX"sv, L"mIx\0z"sv,
+                                          L"MI\0"sv, L"\0MIX"sv, L""sv, L"M\xFFE9X"sv}) {
+        EXPECT_EQ(IsKeyword(token, L"MIX"), UpperName(token) == L"MIX"sv) << token.size();
+    }
+}
