@@ -8,7 +8,7 @@
 
 namespace compositions {
 
-// Copying, comparing and destroying work without recursion: trees may be a million levels deep.
+// Trees may be a million levels deep: copying, comparing and destroying use no recursion.
 struct StructureNode {
     UpperName name;
     std::vector<StructureNode> inputs;     // what feeds the node, in script order
@@ -17,12 +17,18 @@ struct StructureNode {
     StructureNode() = default;
     explicit StructureNode(UpperName nodeName);
     StructureNode(const StructureNode& other);
-    StructureNode(StructureNode&&) noexcept = default;
+    StructureNode(StructureNode&& other) noexcept;
     StructureNode& operator=(const StructureNode& other);
+    // The other may stand anywhere below this one.
     StructureNode& operator=(StructureNode&& other) noexcept;
     ~StructureNode();
 
     bool operator==(const StructureNode& other) const;
+
+private:
+    void DropChildren() noexcept;
+
+    StructureNode* parent_ = nullptr;  // the way back up, set while the tree is taken down
 };
 
 }  // namespace compositions
