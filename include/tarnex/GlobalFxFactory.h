@@ -74,6 +74,7 @@ private:
     fx::_eError InternalCreateFX(std::uint64_t index, std::shared_ptr<fx::IBaseFX>& out);
     void AcceptFactory(std::shared_ptr<fx::IVorelFXFactory> factory);
     void BuildEffectList();
+    _eError AppendRegistered();
     fx::IVorelFXFactory* ResolveIndex(std::uint64_t index, std::uint64_t& localIndex);
 
     std::vector<std::shared_ptr<fx::IVorelFXFactory>> factories_;  // load order, compositions last

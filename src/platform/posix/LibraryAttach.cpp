@@ -1,0 +1,9 @@
+#include "platform/LibraryAttach.h"
+
+namespace {
+
+[[gnu::constructor]] void Attach() {
+    platform::OnLibraryAttach();
+}
+
+}  // namespace

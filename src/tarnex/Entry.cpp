@@ -1,0 +1,51 @@
+// The library's one exported function, and what is done when a process loads the library.
+
+#include <memory>
+#include <new>
+
+#include "helpers/report/Report.h"
+#include "platform/LibraryAttach.h"
+#include "platform/MachineFlag.h"
+#include "tarnex/ITarnex.h"
+#include "tarnex/TarnexImpl.h"
+
+namespace {
+
+constexpr char kGetTarnex[] = "tarnex::GetTarnex";
+
+// False once this process was found to be the second one with the library loaded.
+bool g_TarnexOwner = true;
+
+// Storage that static termination leaves alone: the manager, the factory and every plug-in object
+// they hold live until the process ends, because plug-in code must not run that late.
+union ManagerStorage {
+    ManagerStorage() : manager() {}
+    ~ManagerStorage() {}
+    std::shared_ptr<tarnex::TarnexImpl> manager;
+};
+constinit ManagerStorage g_Tarnex;
+
+}  // namespace
+
+void platform::OnLibraryAttach() noexcept {
+    if (platform::TakeMachineFlag()) {
+        g_Tarnex.manager = std::make_shared<tarnex::TarnexImpl>();
+    } else {
+        g_TarnexOwner = false;
+    }
+}
+
+extern "C" tarnex::_eError GetTarnex(std::shared_ptr<tarnex::ITarnex>& out) {
+    try {
+        if (g_TarnexOwner) {
+            out = g_Tarnex.manager;
+        } else {
+            // The refusal shows in the log and in the untouched `out` alone: hosts rely on the code
+            // being eSuccess.
+            (void)helpers::ReportTarnexError(tarnex::eTarnexLockedByOtherProcess, kGetTarnex);
+        }
+        return tarnex::eSuccess;
+    } catch (const tarnex::Exception& exception) {
+        return helpers::ReportTarnexError(exception.code, kGetTarnex);
+    }
+}
