@@ -19,7 +19,7 @@ bool g_TarnexOwner = true;
 // Storage that static termination leaves alone: the manager, the factory and every plug-in object
 // they hold live until the process ends, because plug-in code must not run that late.
 union ManagerStorage {
-    ManagerStorage() : manager() {}
+    constexpr ManagerStorage() : manager() {}
     ~ManagerStorage() {}
     std::shared_ptr<tarnex::TarnexImpl> manager;
 };
