@@ -1,5 +1,6 @@
 # Boost and GoogleTest. Natively they come from the system; for Windows they are cross-built from
 # the sources that the system's packages carry (`./dev` puts Boost's under build/deps).
+find_package(Threads REQUIRED)
 set(TARNEX_DEPS_DIR ${CMAKE_SOURCE_DIR}/build/deps CACHE PATH "Prepared third-party sources")
 
 if(WIN32 AND CMAKE_CROSSCOMPILING)

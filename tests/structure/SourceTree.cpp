@@ -22,8 +22,21 @@ std::vector<std::string> FilesBelow(const std::string& folder,
     for (const auto& entry : fs::recursive_directory_iterator(start)) {
         const std::string extension = entry.path().extension().string();
         if (entry.is_regular_file() &&
-            std::find(extensions.begin(), extensions.end(), extension) != extensions.end()) {
+            (extensions.empty() ||
+             std::find(extensions.begin(), extensions.end(), extension) != extensions.end())) {
             files.push_back(entry.path().lexically_relative(SourceRoot()).generic_string());
+        }
+    }
+    std::sort(files.begin(), files.end());
+    return files;
+}
+
+std::vector<std::string> TopLevelFiles() {
+    std::vector<std::string> files;
+    for (const auto& entry : fs::directory_iterator(SourceRoot())) {
+        // A worktree's .git is a file, and no text of the project.
+        if (entry.is_regular_file() && entry.path().filename() != ".git") {
+            files.push_back(entry.path().filename().string());
         }
     }
     std::sort(files.begin(), files.end());

@@ -1,0 +1,5 @@
+#pragma once
+
+namespace compositions {
+class StructureNode;
+}
