@@ -1,0 +1,72 @@
+#include "helpers/report/CapturedOutput.h"
+
+#include <atomic>
+#include <mutex>
+#include <utility>
+
+#include "helpers/tracer/TraceMessage.h"
+#include "platform/CodePage.h"
+#include "platform/DebugOutput.h"
+
+namespace captured {
+namespace {
+
+std::mutex mutex;
+std::vector<std::wstring> traced;
+std::vector<std::string> debugged;
+void (*onTrace)() = nullptr;
+
+}  // namespace
+
+std::vector<std::wstring> TakeTraced() {
+    std::lock_guard lock(mutex);
+    return std::exchange(traced, {});
+}
+
+std::vector<std::string> TakeDebugged() {
+    std::lock_guard lock(mutex);
+    return std::exchange(debugged, {});
+}
+
+void OnTrace(void (*callback)()) {
+    onTrace = callback;
+}
+
+}  // namespace captured
+
+namespace helpers {
+
+TraceMessage::TraceMessage(std::uint32_t level) : level_(level) {
+    (void)reserved_;
+}
+
+TraceMessage::~TraceMessage() {
+    if (captured::onTrace) captured::onTrace();
+    std::lock_guard lock(captured::mutex);
+    captured::traced.push_back(level_ == 0 ? text_ : text_ + L" at a level of its own");
+}
+
+TraceMessage& TraceMessage::Append(std::string_view text) {
+    text_ += platform::ToWide(text, platform::CodePage::kAnsi);
+    return *this;
+}
+
+TraceMessage& TraceMessage::Append(std::wstring_view text) {
+    text_ += text;
+    return *this;
+}
+
+}  // namespace helpers
+
+namespace platform {
+
+void DebugOutput(const char* text) {
+    std::lock_guard lock(captured::mutex);
+    captured::debugged.push_back(text);
+}
+
+void DebugOutput(const wchar_t* text) {
+    DebugOutput(ToNarrow(text, CodePage::kAnsi).c_str());
+}
+
+}  // namespace platform
