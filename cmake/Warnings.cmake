@@ -1,22 +1,27 @@
 # Warnings are errors; sanitizers and module isolation apply to everything that is built here.
 add_library(tarnex_options INTERFACE)
 if(MSVC)
-  target_compile_options(tarnex_options INTERFACE /W4 /WX /utf-8)
+  target_compile_options(tarnex_options INTERFACE /W4 /WX /utf-8 /permissive-)
 else()
   target_compile_options(tarnex_options INTERFACE -Wall -Wextra -Wpedantic -Werror
     -Wno-missing-field-initializers)
-  if(NOT WIN32)
-    # Modules of one process must not merge their copies of the tracer, or stay loaded for them.
-    target_link_options(tarnex_options INTERFACE -Wl,--exclude-libs,ALL)
-    if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
-      target_compile_options(tarnex_options INTERFACE -fno-gnu-unique)
-    endif()
-  else()
-    target_compile_definitions(tarnex_options INTERFACE UNICODE _UNICODE NOMINMAX
-      WIN32_LEAN_AND_MEAN _WIN32_WINNT=0x0A00)
-    target_link_options(tarnex_options INTERFACE -Wl,--dynamicbase,--nxcompat,--high-entropy-va)
+endif()
+
+if(WIN32)
+  target_compile_definitions(tarnex_options INTERFACE UNICODE _UNICODE NOMINMAX
+    WIN32_LEAN_AND_MEAN _WIN32_WINNT=0x0A00)
+endif()
+if(MINGW)
+  # The other linker's defaults.
+  target_link_options(tarnex_options INTERFACE -Wl,--dynamicbase,--nxcompat,--high-entropy-va)
+elseif(NOT WIN32)
+  # Modules of one process must not merge their copies of the tracer, or stay loaded for them.
+  target_link_options(tarnex_options INTERFACE -Wl,--exclude-libs,ALL)
+  if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+    target_compile_options(tarnex_options INTERFACE -fno-gnu-unique)
   endif()
 endif()
+
 if(TARNEX_SANITIZE)
   target_compile_options(tarnex_options INTERFACE -fsanitize=${TARNEX_SANITIZE}
     -fno-sanitize-recover=all -fno-omit-frame-pointer)
