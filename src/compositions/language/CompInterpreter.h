@@ -1,0 +1,25 @@
+#pragma once
+
+// The composition language over one script's text. For one thread at a time; several interpreters
+// may be made and used by as many threads.
+
+#include <string>
+#include <string_view>
+
+#include "compositions/language/CompPreprocessor.h"
+#include "compositions/language/Symbols.h"
+#include "helpers/scripting/Interpreter.h"
+
+namespace compositions {
+
+using CompScriptFile = helpers::scripting::ScriptFile<std::wstring>;
+
+class CompInterpreter
+    : public helpers::scripting::Interpreter<CompPreprocessor, CompScriptFile, std::wstring> {
+public:
+    explicit CompInterpreter(const CompScriptFile& file);
+    // From a script's bytes in memory, which may go once this returns.
+    explicit CompInterpreter(std::string_view bytes);
+};
+
+}  // namespace compositions

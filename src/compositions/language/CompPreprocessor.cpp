@@ -1,0 +1,76 @@
+#include "compositions/language/CompPreprocessor.h"
+
+#include <cstdint>
+#include <cstring>
+
+namespace compositions {
+namespace {
+
+// Calls `keep` with each run of bytes outside comments, in order. True when the bytes end in a
+// comment.
+template <class Keep>
+bool ForEachKeptRun(std::string_view bytes, Keep keep) {
+    while (!bytes.empty()) {
+        const std::size_t comment = bytes.find(';');
+        keep(bytes.substr(0, comment));
+        if (comment == bytes.npos) return false;
+        const std::size_t lineFeed = bytes.find('\n', comment);
+        if (lineFeed == bytes.npos) return true;
+        bytes.remove_prefix(lineFeed + 1);
+    }
+    return false;
+}
+
+wchar_t* Widen(std::string_view bytes, wchar_t* out) {
+    for (const char byte : bytes) {
+        *out++ = static_cast<wchar_t>(static_cast<std::uint16_t>(static_cast<signed char>(byte)));
+    }
+    return out;
+}
+
+// Writes all characters to the stream, those too that equal its end-of-file value: a stream takes
+// such a one only where it has room already, so room is made with another character first.
+void Write(std::wostream& out, std::wstring_view text) {
+    using Traits = std::wostream::traits_type;
+    while (!text.empty()) {
+        std::size_t plain = 0;
+        while (plain < text.size() &&
+               !Traits::eq_int_type(Traits::to_int_type(text[plain]), Traits::eof())) {
+            ++plain;
+        }
+        out.write(text.data(), static_cast<std::streamsize>(plain));
+        text.remove_prefix(plain);
+        if (text.empty()) return;
+        if (out.tellp() != std::wostream::pos_type(-1)) out.put(L' ').seekp(-1, std::ios_base::cur);
+        out.write(text.data(), 1);
+        text.remove_prefix(1);
+    }
+}
+
+}  // namespace
+
+bool CompPreprocessor::preprocess(std::string_view bytes, std::wstring& text) const {
+    text.resize(bytes.size() + 2);
+    wchar_t* out = text.data();
+    const bool inComment =
+        ForEachKeptRun(bytes, [&](std::string_view run) { out = Widen(run, out); });
+    if (!inComment) *out++ = L' ';
+    *out++ = L'\0';
+    text.resize(static_cast<std::size_t>(out - text.data()));
+    return true;
+}
+
+bool CompPreprocessor::preprocess(const File& file, std::wostream& out) const {
+    try {
+        std::string_view bytes = file.Bytes();
+        if (!bytes.empty()) bytes.remove_suffix(1);
+        std::wstring text;
+        preprocess(bytes, text);
+        Write(out, text);
+        return true;
+    } catch (...) {  // the stream's, whatever it was told to throw
+        return false;
+    }
+}
+
+}  // namespace compositions

@@ -1,0 +1,103 @@
+#pragma once
+
+// A grammar as the matcher runs it: a flat list of instructions. Never changes once compiled; any
+// thread.
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "helpers/scripting/CharacterSet.h"
+#include "helpers/scripting/Grammar.h"
+
+namespace helpers::scripting {
+
+// A lexem definition with its sets looked up.
+struct CompiledLexem {
+    std::uint32_t kind = 0;
+    CharacterSet start;
+    CharacterSet stop;
+    bool keepFirst = true;
+    bool keepStop = false;
+    bool skipStop = false;
+    // The stop set is exactly the blank set: the lexem is one character, and a blank must follow.
+    bool oneBeforeBlank = false;
+};
+
+enum class Operation : std::uint8_t {
+    kLexem,      // read a lexem, compare its keyword, store it
+    kCall,       // match the rule at `target`
+    kReturn,     // a rule has matched
+    kChoice,     // on failure go on at `target` from here
+    kCommit,     // drop the last choice and go on at `target`
+    kFail,       // no match here
+    kAddEmpty,   // store an empty string
+    kCheckJoin,  // report an append without anything to append to
+    kReport,     // report line `target`: a node has the wrong number of children
+    kMatched,    // the end
+};
+
+constexpr std::uint32_t kNone = 0xFFFFFFFF;
+
+struct Instruction {
+    Operation operation = Operation::kFail;
+    bool store = false;
+    bool append = false;
+    bool mayLoop = false;           // a call that can come back here without having read anything
+    bool tail = false;              // a call with nothing behind it in its rule
+    std::uint32_t target = kNone;   // an instruction, or a line to report
+    std::uint32_t lexem = kNone;    // index into lexems
+    std::uint32_t keyword = kNone;  // index into keywords
+    CharacterSet first;  // kChoice: what its first alternative may begin with; no table: anything
+};
+
+// Where matching a symbol begins, and the characters that any match of it begins with.
+struct Entry {
+    std::uint32_t address = kNone;
+    CharacterSet first;
+    wchar_t onlyFirst = 0;   // the one character of `first`, when it is one
+    bool recursive = false;  // matching it may come to a rule inside that rule
+};
+
+struct Program {
+    CharacterSets sets;
+    CharacterSet blanks;
+    CharacterSet notBlanks;
+    std::vector<CompiledLexem> lexems;
+    std::vector<std::uint32_t> lexemOfKind;  // by symbol; kNone for no lexem
+    std::vector<std::wstring> keywords;      // upper case
+    std::vector<Instruction> code;
+    std::vector<Entry> entries;
+    std::vector<std::uint32_t> entryOfSymbol;  // kNone for what nothing matches
+    Entry loose;                               // of the loose node, when one was compiled
+    bool mayReport = false;                    // some match may report an inconsistency
+    bool mayLoop = false;                      // some rule may call itself before it reads
+
+    const CompiledLexem* Lexem(std::uint32_t kind) const {
+        if (kind >= lexemOfKind.size() || lexemOfKind[kind] == kNone) return nullptr;
+        return &lexems[lexemOfKind[kind]];
+    }
+    const Entry* FindEntry(std::uint32_t symbol) const {
+        if (symbol >= entryOfSymbol.size() || entryOfSymbol[symbol] == kNone) return nullptr;
+        return &entries[entryOfSymbol[symbol]];
+    }
+};
+
+// How a node outside the rule table is to be matched.
+struct LooseNode {
+    const GrammarNode* node = nullptr;
+    bool store = true;
+    bool append = false;
+};
+
+std::shared_ptr<const Program> Compile(const Grammar& grammar, std::wstring_view blanks,
+                                       const LooseNode& loose = {});
+
+// Lines that searching people know, in the file that they know them by.
+constexpr int kJoinWithoutPieceLine = 94;
+constexpr int kChoiceChildrenLine = 165;
+constexpr int kSequenceChildrenLine = 182;
+
+}  // namespace helpers::scripting
