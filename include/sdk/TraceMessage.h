@@ -1,8 +1,9 @@
 #pragma once
 
 // One message to the trace log: open it, append, and let it go; its destructor hands the text to
-// the process's tracer. Any thread; one thread per message. Never throws, never blocks for longer
-// than the tracer's bounded wait; a message is dropped when there is no tracer, or tracing is off.
+// the process's tracer. Any thread; one thread per message. Closing never throws and never blocks
+// for longer than the tracer's bounded wait; the message is dropped when there is no tracer, or
+// tracing is off.
 
 #include <cstdint>
 #include <string>
@@ -10,9 +11,15 @@
 
 namespace helpers {
 
+// What producers may put before a text. The messages of this library carry none.
+inline constexpr wchar_t kErrorPrefix[] = L"Error: ";
+inline constexpr wchar_t kInfoPrefix[] = L"Info: ";
+inline constexpr wchar_t kWarningPrefix[] = L"Warning: ";
+
 class TraceMessage {
 public:
-    // Level 0 counts as 2, the level of ordinary information.
+    // Level 0 counts as 2, the level of ordinary information. Opening a message resets the two
+    // formatting settings of the module.
     explicit TraceMessage(std::uint32_t level = 0);
     ~TraceMessage();
     TraceMessage(const TraceMessage&) = delete;
@@ -20,6 +27,11 @@ public:
 
     TraceMessage& Append(std::string_view text);  // ANSI code page
     TraceMessage& Append(std::wstring_view text);
+
+    // The two formatting settings that every new message puts back to 6 and 10.
+    static std::int32_t FormatPrecision();
+    static std::int32_t FormatRadix();
+    static void SetFormat(std::int32_t precision, std::int32_t radix);
 
 private:
     std::uint32_t level_;

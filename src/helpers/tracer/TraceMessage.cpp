@@ -1,15 +1,35 @@
 #include "helpers/tracer/TraceMessage.h"
 
+#include <atomic>
+
+#include "helpers/tracer/ModuleTracer.h"
+#include "helpers/tracer/SecondLog.h"
 #include "platform/CodePage.h"
 
 namespace helpers {
+namespace {
 
-TraceMessage::TraceMessage(std::uint32_t level) : level_(level) {}
+constexpr std::int32_t kDefaultPrecision = 6;
+constexpr std::int32_t kDefaultRadix = 10;
+
+std::atomic<std::int32_t> g_precision{kDefaultPrecision};
+std::atomic<std::int32_t> g_radix{kDefaultRadix};
+
+}  // namespace
+
+TraceMessage::TraceMessage(std::uint32_t level) : level_(level) {
+    SetFormat(kDefaultPrecision, kDefaultRadix);
+}
 
 TraceMessage::~TraceMessage() {
-    text_ += L"\n";
-    (void)level_;
-    (void)reserved_;
+    static_cast<void>(reserved_);
+    try {
+        text_ += L'\n';
+        WriteToTracer(level_ == 0 ? kDefaultLevel : level_, text_);
+        if (SecondLog::IsOn()) SecondLog::Append(text_);
+    } catch (...) {
+        // No memory for the last character: a message less is better than a process less.
+    }
 }
 
 TraceMessage& TraceMessage::Append(std::string_view text) {
@@ -20,6 +40,21 @@ TraceMessage& TraceMessage::Append(std::string_view text) {
 TraceMessage& TraceMessage::Append(std::wstring_view text) {
     text_ += text;
     return *this;
+}
+
+// relaxed throughout; two lone settings.
+
+std::int32_t TraceMessage::FormatPrecision() {
+    return g_precision.load(std::memory_order_relaxed);
+}
+
+std::int32_t TraceMessage::FormatRadix() {
+    return g_radix.load(std::memory_order_relaxed);
+}
+
+void TraceMessage::SetFormat(std::int32_t precision, std::int32_t radix) {
+    g_precision.store(precision, std::memory_order_relaxed);
+    g_radix.store(radix, std::memory_order_relaxed);
 }
 
 }  // namespace helpers

@@ -6,7 +6,7 @@
 
 #include <cerrno>
 
-#include "platform/posix/NativePath.h"
+#include "platform/NativePath.h"
 
 namespace platform {
 namespace {

@@ -11,7 +11,7 @@
 #include <memory>
 
 #include "platform/CodePage.h"
-#include "platform/posix/NativePath.h"
+#include "platform/NativePath.h"
 
 namespace platform {
 namespace {

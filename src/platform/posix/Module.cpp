@@ -4,7 +4,7 @@
 #include <unistd.h>
 
 #include "platform/CodePage.h"
-#include "platform/posix/NativePath.h"
+#include "platform/NativePath.h"
 
 namespace platform {
 

@@ -1,4 +1,4 @@
-#include "platform/posix/NativePath.h"
+#include "platform/NativePath.h"
 
 #include <algorithm>
 
@@ -6,10 +6,14 @@
 
 namespace platform {
 
-std::string NativePath(const std::wstring& path) {
+NativeString NativePath(const std::wstring& path) {
     std::string native = ToNarrow(path, CodePage::kAnsi);
     std::replace(native.begin(), native.end(), '\\', '/');
     return native;
+}
+
+std::wstring WidePath(const NativeString& path) {
+    return ToWide(path, CodePage::kAnsi);
 }
 
 }  // namespace platform

@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <limits>
 
-#include "platform/windows/LongPath.h"
+#include "platform/NativePath.h"
 
 namespace platform {
 namespace {
@@ -18,8 +18,9 @@ HANDLE Native(std::intptr_t handle) {
 
 bool InputFile::Open(const std::wstring& path) {
     Close();
-    handle_ = reinterpret_cast<std::intptr_t>(CreateFileW(
-        LongPath(path).c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr));
+    handle_ = reinterpret_cast<std::intptr_t>(CreateFileW(NativePath(path).c_str(), GENERIC_READ,
+                                                          FILE_SHARE_READ, nullptr, OPEN_EXISTING,
+                                                          0, nullptr));
     return IsOpen();
 }
 
@@ -49,7 +50,7 @@ void InputFile::Close() {
 
 bool LastWriteTime(const std::wstring& path, std::uint64_t& time) {
     WIN32_FILE_ATTRIBUTE_DATA data;
-    if (!GetFileAttributesExW(LongPath(path).c_str(), GetFileExInfoStandard, &data)) return false;
+    if (!GetFileAttributesExW(NativePath(path).c_str(), GetFileExInfoStandard, &data)) return false;
     time = std::uint64_t{data.ftLastWriteTime.dwHighDateTime} << 32 |
            data.ftLastWriteTime.dwLowDateTime;
     return true;

@@ -2,7 +2,7 @@
 
 #include <windows.h>
 
-#include "platform/windows/LongPath.h"
+#include "platform/NativePath.h"
 
 namespace platform {
 namespace {
@@ -26,18 +26,18 @@ MoveResult Failure() {
 }  // namespace
 
 std::filesystem::path StreamPath(const std::wstring& path) {
-    return LongPath(path);
+    return NativePath(path);
 }
 
 bool IsPlainFile(const std::wstring& path) {
-    const DWORD attributes = GetFileAttributesW(LongPath(path).c_str());
+    const DWORD attributes = GetFileAttributesW(NativePath(path).c_str());
     return attributes != INVALID_FILE_ATTRIBUTES &&
            (attributes & (FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_DEVICE)) == 0;
 }
 
 MoveResult MoveFileOver(const std::wstring& from, const std::wstring& to) {
-    const std::wstring source = LongPath(from);
-    const std::wstring target = LongPath(to);
+    const std::wstring source = NativePath(from);
+    const std::wstring target = NativePath(to);
     const DWORD attributes = GetFileAttributesW(target.c_str());
     if (attributes != INVALID_FILE_ATTRIBUTES &&
         (attributes & (FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_READONLY)) != 0) {
@@ -49,13 +49,13 @@ MoveResult MoveFileOver(const std::wstring& from, const std::wstring& to) {
 }
 
 bool RemoveFile(const std::wstring& path) {
-    return DeleteFileW(LongPath(path).c_str()) || GetLastError() == ERROR_FILE_NOT_FOUND;
+    return DeleteFileW(NativePath(path).c_str()) || GetLastError() == ERROR_FILE_NOT_FOUND;
 }
 
 std::vector<std::wstring> ListFolder(const std::wstring& folder, const std::wstring& prefix) {
     std::vector<std::wstring> names;
     WIN32_FIND_DATAW entry;
-    const HANDLE search = FindFirstFileW(LongPath(folder + prefix + L"*").c_str(), &entry);
+    const HANDLE search = FindFirstFileW(NativePath(folder + prefix + L"*").c_str(), &entry);
     if (search == INVALID_HANDLE_VALUE) return names;
     do {
         // The system compares without case, and short names too.

@@ -2,12 +2,12 @@
 
 #include <windows.h>
 
-#include "platform/windows/LongPath.h"
+#include "platform/NativePath.h"
 
 namespace platform {
 
 void* LoadModule(const std::wstring& path) {
-    return LoadLibraryExW(LongPath(path).c_str(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH);
+    return LoadLibraryExW(NativePath(path).c_str(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH);
 }
 
 void* ResolveSymbol(void* module, const std::string& name) {

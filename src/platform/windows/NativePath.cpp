@@ -1,10 +1,10 @@
-#include "platform/windows/LongPath.h"
+#include "platform/NativePath.h"
 
 #include <windows.h>
 
 namespace platform {
 
-std::wstring LongPath(const std::wstring& path) {
+NativeString NativePath(const std::wstring& path) {
     constexpr std::size_t kLimit = 248;  // folders must leave room for a short file name
     if (path.size() < kLimit || path.starts_with(L"\\\\?\\") || path.starts_with(L"\\\\.\\")) {
         return path;
@@ -16,6 +16,10 @@ std::wstring LongPath(const std::wstring& path) {
     full.resize(length);
     if (full.starts_with(L"\\\\")) return L"\\\\?\\UNC\\" + full.substr(2);
     return L"\\\\?\\" + full;
+}
+
+std::wstring WidePath(const NativeString& path) {
+    return path;
 }
 
 }  // namespace platform

@@ -1,0 +1,34 @@
+#include "helpers/tracer/service/LogFile.h"
+
+#include <boost/filesystem/operations.hpp>
+
+#include "helpers/tracer/TraceMessage.h"
+#include "platform/NativePath.h"
+
+namespace helpers {
+namespace {
+
+bool CreateFolder(const std::wstring& folder) {
+    boost::system::error_code error;
+    boost::filesystem::create_directory(platform::NativePath(folder), error);
+    return !error;
+}
+
+}  // namespace
+
+bool LogFile::Open(const LogNames& names) {
+    for (const LogNames::Place& place : names.places) {
+        if (!place.folder.empty() && !CreateFolder(place.folder)) {
+            TraceMessage().Append(
+                "Tracer::DumpThread - exception/warning - failed to created directory");
+        }
+        if (file_.Open(place.file)) return true;
+    }
+    return false;
+}
+
+bool LogFile::WriteAt(std::uint64_t position, const char* bytes, std::size_t size) {
+    return file_.IsOpen() && file_.WriteAt(position, bytes, size);
+}
+
+}  // namespace helpers
