@@ -24,10 +24,17 @@ std::uint64_t Portable(HANDLE handle) {
     return reinterpret_cast<std::uint64_t>(handle);
 }
 
-PAPCFUNC SystemCall(const wchar_t* library, const char* name) {
-    const HMODULE module = GetModuleHandleW(library);
-    if (module == nullptr) return nullptr;
-    return reinterpret_cast<PAPCFUNC>(reinterpret_cast<void*>(GetProcAddress(module, name)));
+// A system function as a queued call. The import's own address, never a thunk in our code, which
+// may be gone by then.
+template <typename Call = PAPCFUNC, typename Function>
+Call SystemCall(Function* function) {
+    return reinterpret_cast<Call>(reinterpret_cast<void*>(function));
+}
+
+// The component model's library may be in the process for our sake alone, and must outlast us.
+void KeepComponentModel() {
+    HMODULE library = nullptr;
+    GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_PIN, L"ole32.dll", &library);
 }
 
 }  // namespace
@@ -38,8 +45,8 @@ struct BackgroundThreadBody {
         thread->run_(thread->argument_);
         thread->Ready();
         const HANDLE self = GetCurrentThread();
-        QueueUserAPC(SystemCall(L"kernel32", "SetEvent"), self, thread->done_);
-        QueueUserAPC(SystemCall(L"ole32", "CoUninitialize"), self, 0);
+        QueueUserAPC(SystemCall(&SetEvent), self, thread->done_);
+        QueueUserAPC(SystemCall(&CoUninitialize), self, 0);
     }
 
     static DWORD WINAPI Guard(void* argument) {
@@ -80,17 +87,18 @@ bool BackgroundThread::Start(Function run, void* argument) {
     argument_ = argument;
     ready_ = Portable(CreateEventW(nullptr, TRUE, FALSE, nullptr));
     done_ = Portable(CreateEventW(nullptr, TRUE, FALSE, nullptr));
-    const auto begin = reinterpret_cast<LPTHREAD_START_ROUTINE>(
-        reinterpret_cast<void*>(SystemCall(L"kernel32", "ExitThread")));
-    const HANDLE thread = ready_ != 0 && done_ != 0
-                              ? CreateThread(nullptr, 0, begin, nullptr, CREATE_SUSPENDED, nullptr)
-                              : nullptr;
+    const HANDLE thread =
+        ready_ != 0 && done_ != 0
+            ? CreateThread(nullptr, 0, SystemCall<LPTHREAD_START_ROUTINE>(&ExitThread), nullptr,
+                           CREATE_SUSPENDED, nullptr)
+            : nullptr;
     if (thread == nullptr) {
         BackgroundThreadBody::CloseEvents(*this);
         return false;
     }
     handle_ = Portable(thread);
-    QueueUserAPC(SystemCall(L"ole32", "CoInitialize"), thread, 0);  // apartment-threaded
+    KeepComponentModel();
+    QueueUserAPC(SystemCall(&CoInitialize), thread, 0);  // apartment-threaded
     QueueUserAPC(&BackgroundThreadBody::Run, thread, reinterpret_cast<ULONG_PTR>(this));
     SetThreadPriority(thread, THREAD_PRIORITY_BELOW_NORMAL);
     BackgroundThreadBody::StartGuard(*this);
