@@ -6,17 +6,32 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <string_view>
 
 #include "compositions/CompositionDescription.h"
 #include "compositions/ICompositionReader.h"
 #include "compositions/ReadStatus.h"
 
+namespace helpers::scripting {
+template <class String>
+class ScriptFile;
+}
+
 namespace compositions {
 
 class CompInterpreter;
+class ReadingObserver;
 
 class CompositionScript final : public ICompositionReader {
 public:
+    using ScriptFile = helpers::scripting::ScriptFile<std::wstring>;
+
+    // Reads the script once, whatever it holds; the read status tells how it went. The file is not
+    // needed any more afterwards. A file that was not loaded reads as an empty script. Throws
+    // std::bad_alloc, and what an observer throws.
+    explicit CompositionScript(const ScriptFile& file, ReadingObserver* observer = nullptr);
+    // The same for a script in memory: the bytes that its file would hold.
+    explicit CompositionScript(std::string_view bytes, ReadingObserver* observer = nullptr);
     // Takes over a description that was read before; there is no script behind it. Its sections
     // count as not read.
     explicit CompositionScript(CompositionDescription description,
@@ -53,8 +68,10 @@ public:
     const SectionStatuses& GetSectionStatuses() const { return sectionStatuses_; }
 
 private:
+    void Read(std::string_view bytes, ReadingObserver* observer);
+
     std::shared_ptr<CompInterpreter> interpreter_;
-    std::int32_t readStatus_;
+    std::int32_t readStatus_ = status::kNotRead;
     CompositionDescription description_;
     SectionStatuses sectionStatuses_;
 };

@@ -1,0 +1,20 @@
+#include "compositions/CompScriptSections.h"
+#include "compositions/language/Symbols.h"
+
+namespace compositions {
+
+std::int32_t ReadEffects(ScriptCursor& cursor, CompositionDescription& description) {
+    if (!cursor.FindHeader(Section::kEffects, R36)) return status::kNoEffects;
+    Pieces pieces;
+    while (cursor.Match(R37, pieces)) {
+        if (IsKeyword(pieces[1], L"MIX")) {  // written as a word or as a string
+            description.mixes.emplace_back(pieces[0]);
+        } else {
+            description.effectInstances[UpperName(pieces[0])] = pieces[1];
+        }
+        cursor.Taken();
+    }
+    return status::kRead;
+}
+
+}  // namespace compositions

@@ -1,0 +1,78 @@
+#include <span>
+#include <string>
+#include <utility>
+
+#include "compositions/AccessWords.h"
+#include "compositions/CompScriptSections.h"
+#include "compositions/HashIndex.h"
+#include "compositions/language/Symbols.h"
+
+namespace compositions {
+namespace {
+
+// Appends mappings that are not yet there.
+class MappingList {
+public:
+    explicit MappingList(Mappings& mappings) : mappings_(mappings) {}
+
+    bool Append(Mapping mapping) {
+        const std::uint64_t hash =
+            HashOf(mapping.targetProperty,
+                   HashOf(mapping.instance.View(), HashOf(mapping.property.View())));
+        if (index_.Contains(hash, [&](std::size_t i) { return mappings_[i] == mapping; })) {
+            return false;
+        }
+        mappings_.push_back(std::move(mapping));
+        index_.Insert(hash, mappings_.size() - 1);
+        return true;
+    }
+
+private:
+    Mappings& mappings_;
+    HashIndex index_;
+};
+
+// Takes the targets from the last to the first: that is the order of the list.
+std::int32_t TakeTargets(ScriptCursor& cursor, CompositionDescription& description,
+                         std::span<const std::wstring_view> targets, const Mapping& source,
+                         MappingList& mappings) {
+    for (std::size_t next = targets.size(); next >= 2; next -= 2) {
+        Mapping mapping = source;
+        mapping.instance = UpperName(targets[next - 2]);
+        mapping.targetProperty = targets[next - 1];
+        if (!description.effectInstances.contains(mapping.instance)) {
+            return cursor.Refused(status::kUnknownInstance, targets[next - 2]);
+        }
+        if (!mappings.Append(std::move(mapping))) {
+            return cursor.Refused(status::kDefinedTwice, targets[next - 1]);
+        }
+    }
+    cursor.Taken();
+    return status::kRead;
+}
+
+}  // namespace
+
+std::int32_t ReadMapping(ScriptCursor& cursor, CompositionDescription& description) {
+    if (!cursor.FindHeader(Section::kMapping, R42)) return status::kNoMapping;
+    MappingList mappings(description.mappings);
+    Pieces pieces;
+    while (cursor.Match(R46, pieces)) {
+        const std::size_t name = cursor.LeadingPieces(R43) - 1;
+        AccessFlags access;
+        for (std::size_t i = 0; i < name; ++i) {
+            // Words that mean nothing here are passed over.
+            if (access.Take(pieces[i]) == AccessWord::kRefused) {
+                return cursor.Refused(access.Status(), pieces[i]);
+            }
+        }
+        const Mapping source{UpperName(pieces[name]), access.Value(), {}, {}};
+        const std::int32_t result =
+            TakeTargets(cursor, description, std::span(pieces.begin() + name + 1, pieces.end()),
+                        source, mappings);
+        if (result != status::kRead) return result;
+    }
+    return status::kRead;
+}
+
+}  // namespace compositions

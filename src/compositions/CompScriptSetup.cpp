@@ -1,0 +1,98 @@
+#include <string>
+#include <string_view>
+
+#include "compositions/CompScriptSections.h"
+#include "compositions/language/Symbols.h"
+#include "helpers/tracer/TraceMessage.h"
+#include "platform/CodePage.h"
+
+namespace compositions {
+namespace {
+
+constexpr std::size_t kTraceBuffer = 1024;  // its terminator included
+
+// The line ends where its buffer does, and each text at its first zero.
+void TraceTitle(const CompositionDescription& description) {
+    const auto narrow = [](const std::wstring& text) {
+        return platform::ToNarrow(std::wstring_view(text.c_str()).substr(0, kTraceBuffer),
+                                  platform::CodePage::kAnsi);
+    };
+    std::string line = "-----------------\n" + narrow(description.name) + "/" +
+                       narrow(description.category) + "\n---------------\n";
+    if (line.size() >= kTraceBuffer) line.resize(kTraceBuffer - 1);
+    helpers::TraceMessage().Append(line);
+}
+
+void ReadText(ScriptCursor& cursor, const Pieces& pieces, CompositionDescription& description) {
+    if (IsKeyword(pieces[0], L"NAME")) {
+        description.name = pieces[1];
+    } else if (IsKeyword(pieces[0], L"CATEGORY")) {
+        description.category = pieces[1];
+    } else {
+        return cursor.Skipped();
+    }
+    cursor.Taken();
+}
+
+void ReadSpeed(ScriptCursor& cursor, const Pieces& pieces, CompositionDescription& description) {
+    if (!IsKeyword(pieces[0], L"SPEED")) return cursor.Skipped();
+    description.speed = NumberOf(pieces[1]);
+    cursor.Taken();
+}
+
+std::int32_t ReadSwitch(ScriptCursor& cursor, const Pieces& pieces,
+                        CompositionDescription& description) {
+    if (IsKeyword(pieces[0], L"SWAP")) {
+        description.swap = true;  // whatever its value: authors rely on SWAP = FALSE setting it
+    } else if (!IsKeyword(pieces[0], L"IS_FILTER")) {
+        cursor.Skipped();
+        return status::kRead;
+    } else if (IsKeyword(pieces[1], L"TRUE")) {
+        description.isFilter = true;
+    } else if (IsKeyword(pieces[1], L"FALSE")) {
+        description.isFilter = false;
+    } else {
+        return cursor.Refused(status::kFaultyStatement, pieces[1]);
+    }
+    cursor.Taken();
+    return status::kRead;
+}
+
+// Pieces: the variable, REGS, two strings and perhaps a third.
+void ReadRegistryValue(ScriptCursor& cursor, const Pieces& pieces,
+                       CompositionDescription& description) {
+    const bool isTaken =
+        (pieces.size() == 4 || pieces.size() == 5) && IsKeyword(pieces[1], L"REGS");
+    if (!isTaken) return cursor.Skipped();
+    RegistryValue& value = description.registryValues[UpperName(pieces[0])];
+    value.first = pieces[2];
+    value.second = pieces[3];
+    value.third = pieces.size() == 5 ? std::wstring(pieces[4]) : std::wstring();
+    cursor.Taken();
+}
+
+}  // namespace
+
+std::int32_t ReadSetup(ScriptCursor& cursor, CompositionDescription& description) {
+    if (!cursor.FindHeader(Section::kSetup, R26)) return status::kNoSetup;
+    Pieces pieces;
+    for (;;) {
+        if (cursor.Match(R16, pieces)) {
+            ReadText(cursor, pieces, description);
+        } else if (cursor.Match(R57, pieces)) {
+            ReadSpeed(cursor, pieces, description);
+        } else if (cursor.Match(R17, pieces)) {
+            const std::int32_t result = ReadSwitch(cursor, pieces, description);
+            if (result != status::kRead) return result;
+        } else if (cursor.Match(R28, pieces)) {
+            ReadRegistryValue(cursor, pieces, description);
+        } else {
+            break;
+        }
+    }
+    if (description.name.empty() || description.category.empty()) return status::kNoNameOrCategory;
+    TraceTitle(description);
+    return status::kRead;
+}
+
+}  // namespace compositions

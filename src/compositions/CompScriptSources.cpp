@@ -1,0 +1,49 @@
+#include <utility>
+
+#include "compositions/CompScriptSections.h"
+#include "compositions/language/Symbols.h"
+
+namespace compositions {
+namespace {
+
+// Pieces: the source's name, then the parts of its path.
+MediaSource MakeMediaSource(MediaKind kind, const Pieces& pieces, const RegistryValues& values) {
+    MediaSource source;
+    source.kind = kind;
+    // A path of one part stays as written and is never a registry value; the parts of a longer one
+    // are upper-cased and looked up. Scripts rely on both.
+    if (pieces.size() < 3) {
+        source.items.push_back({false, std::wstring(pieces[1])});
+        return source;
+    }
+    source.items.reserve(pieces.size() - 1);
+    for (std::size_t i = 1; i < pieces.size(); ++i) {
+        source.items.push_back({values.contains(UpperName(pieces[i])), UpperText(pieces[i])});
+    }
+    return source;
+}
+
+}  // namespace
+
+std::int32_t ReadSources(ScriptCursor& cursor, CompositionDescription& description) {
+    if (!cursor.FindHeader(Section::kSources, R32)) return status::kNoSources;
+    Pieces pieces;
+    for (;;) {
+        if (cursor.Match(R56, pieces)) {
+            description.numberedInputs[UpperName(pieces[0])] = NumberOf(pieces[1]);
+        } else if (cursor.Match(R33, pieces)) {
+            description.inputs.emplace_back(pieces[0]);
+        } else if (cursor.Match(R34, pieces)) {
+            description.mediaSources[UpperName(pieces[0])] =
+                MakeMediaSource(kBitmap, pieces, description.registryValues);
+        } else if (cursor.Match(R35, pieces)) {
+            description.mediaSources[UpperName(pieces[0])] =
+                MakeMediaSource(kMovie, pieces, description.registryValues);
+        } else {
+            return status::kRead;
+        }
+        cursor.Taken();
+    }
+}
+
+}  // namespace compositions

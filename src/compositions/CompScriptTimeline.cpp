@@ -1,0 +1,128 @@
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "compositions/CompScriptSections.h"
+#include "compositions/HashIndex.h"
+#include "compositions/TimelineTargets.h"
+#include "compositions/language/Symbols.h"
+#include "helpers/report/Report.h"
+
+namespace compositions {
+namespace {
+
+std::uint64_t HashOfTarget(const UpperName& instance, std::wstring_view upperProperty) {
+    return HashOf(upperProperty, HashOf(instance.View()));
+}
+
+// The targets that MAPPING drives, whatever the case in which it writes the property.
+class MappedTargets {
+public:
+    explicit MappedTargets(const Mappings& mappings) : mappings_(mappings) {
+        upperProperties_.reserve(mappings.size());
+        for (const Mapping& mapping : mappings) {
+            const std::wstring& property =
+                upperProperties_.emplace_back(UpperText(mapping.targetProperty));
+            index_.Insert(HashOfTarget(mapping.instance, property), upperProperties_.size() - 1);
+        }
+    }
+
+    bool Contains(const TimelineTarget& target) const {
+        return index_.Contains(HashOfTarget(target.instance, target.property), [&](std::size_t i) {
+            return mappings_[i].instance == target.instance &&
+                   upperProperties_[i] == target.property;
+        });
+    }
+
+private:
+    const Mappings& mappings_;
+    std::vector<std::wstring> upperProperties_;
+    HashIndex index_;
+};
+
+class TimelineReader {
+public:
+    TimelineReader(ScriptCursor& cursor, CompositionDescription& description)
+        : cursor_(cursor), description_(description) {}
+
+    std::int32_t Read() {
+        Pieces pieces;
+        while (cursor_.Match(R54, pieces)) {
+            std::vector<TimelineTarget> targets = TargetsOf(pieces);
+            if (cursor_.MatchMore(LxIdent, pieces)) {
+                const std::int32_t result = AddEvents(std::move(targets), pieces[0]);
+                if (result != status::kRead) return result;
+            } else if (const auto kind = MatchValue(pieces)) {
+                AddEntries(std::move(targets), pieces[0], *kind);
+            } else {
+                cursor_.Skipped();
+            }
+        }
+        return status::kRead;
+    }
+
+private:
+    std::optional<TimelineValueKind> MatchValue(Pieces& pieces) {
+        if (cursor_.MatchMore(R8, pieces)) return kString;
+        if (cursor_.MatchMore(R5, pieces)) return kNumber;
+        if (cursor_.MatchMore(R1, pieces)) return kNumber;
+        if (cursor_.MatchMore(R20, pieces)) return kVariable;
+        return std::nullopt;
+    }
+
+    std::int32_t AddEvents(std::vector<TimelineTarget> targets, std::wstring_view word) {
+        const UpperName envelope(word);
+        if (!description_.envelopes.contains(envelope)) {
+            return cursor_.Refused(status::kFaultyStatement, word);
+        }
+        if (!mapped_) mapped_.emplace(description_.mappings);
+        for (const TimelineTarget& target : targets) {
+            if (mapped_->Contains(target)) {
+                return cursor_.Refused(status::kTargetIsMapped, target.property);
+            }
+        }
+        for (TimelineTarget& target : targets) {
+            description_.timelineEvents.push_back(
+                {std::move(target.instance), std::move(target.property), envelope});
+        }
+        cursor_.Taken();
+        return status::kRead;
+    }
+
+    void AddEntries(std::vector<TimelineTarget> targets, std::wstring_view value,
+                    TimelineValueKind kind) {
+        for (TimelineTarget& target : targets) {
+            description_.timelineEntries.push_back({std::move(target.instance),
+                                                    std::move(target.property), std::wstring(value),
+                                                    kind});
+        }
+        cursor_.Taken();
+    }
+
+    ScriptCursor& cursor_;
+    CompositionDescription& description_;
+    std::optional<MappedTargets> mapped_;  // built when an envelope is first used
+};
+
+}  // namespace
+
+std::vector<TimelineTarget> TargetsOf(const Pieces& pieces) {
+    if (pieces.size() % 2 != 0) {
+        helpers::ReportAssertion("CompScript", 662,
+                                 "compositions::CompositionScript::ReadTimelineSection");
+    }
+    std::vector<TimelineTarget> targets;
+    targets.reserve(pieces.size() / 2);
+    for (std::size_t i = 0; i + 1 < pieces.size(); i += 2) {
+        targets.push_back({UpperName(pieces[i]), UpperText(pieces[i + 1])});
+    }
+    return targets;
+}
+
+std::int32_t ReadTimeline(ScriptCursor& cursor, CompositionDescription& description) {
+    if (!cursor.FindHeader(Section::kTimeline, R53)) return status::kNoTimeline;
+    return TimelineReader(cursor, description).Read();
+}
+
+}  // namespace compositions

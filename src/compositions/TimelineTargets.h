@@ -1,0 +1,20 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "compositions/ScriptCursor.h"
+#include "compositions/UpperName.h"
+
+namespace compositions {
+
+// A property of an inner effect that a TIMELINE statement sets.
+struct TimelineTarget {
+    UpperName instance;
+    std::wstring property;  // upper case
+};
+
+// Two pieces make a target; a single one at the end is reported and left out.
+std::vector<TimelineTarget> TargetsOf(const Pieces& pieces);
+
+}  // namespace compositions

@@ -1,0 +1,106 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "compositions/reader/ReadScript.h"
+
+using compositions::Mapping;
+using compositions::Section;
+using compositions::UpperName;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+namespace {
+
+struct Result {
+    std::vector<std::wstring> mappings;  // property flags instance.target
+    int status;
+    int readStatus;
+};
+
+Result Read(const char* statements) {
+    const auto script =
+        ReadScript(ScriptParts{.effects = "E1 = \"e\" E2 = \"e\" M = MIX", .mapping = statements});
+    Result result{{}, script->GetSectionStatuses()[Section::kMapping], script->GetReadStatus()};
+    for (const Mapping& mapping : script->GetMappings()) {
+        result.mappings.push_back(
+            std::wstring(mapping.property.View()) + L" " + std::to_wstring(mapping.access) + L" " +
+            std::wstring(mapping.instance.View()) + L"." + mapping.targetProperty);
+    }
+    return result;
+}
+
+TEST(MappingSection, TargetsAreAppendedFromTheLastToTheFirst) {
+    const Result result = Read("WRITE \"Amount\" = e1.\"Gain\", E2.\"Level\", E1.\"Mask\"");
+    EXPECT_EQ(result.status, 0);
+    EXPECT_THAT(result.mappings,
+                ElementsAre(L"AMOUNT 3 E1.Mask", L"AMOUNT 3 E2.Level", L"AMOUNT 3 E1.Gain"));
+}
+
+TEST(MappingSection, MissingHeaderIsStatus9AndIgnored) {
+    const auto script = ReadScript(ScriptParts{});
+    EXPECT_EQ(script->GetReadStatus(), 0);
+    EXPECT_EQ(script->GetSectionStatuses()[Section::kMapping], 9);
+}
+
+TEST(MappingSection, AHeaderWithoutStatementsIsAccepted) {
+    const Result result = Read("");
+    EXPECT_EQ(result.status, 0);
+    EXPECT_THAT(result.mappings, IsEmpty());
+}
+
+TEST(MappingSection, FlagsStartAtReadAndOtherWordsMeanNothing) {
+    EXPECT_THAT(Read("\"A\" = E1.\"x\"").mappings, ElementsAre(L"A 1 E1.x"));
+    EXPECT_THAT(Read("Sticky WRITE very ENVELOPED \"A\" = E1.\"x\"").mappings,
+                ElementsAre(L"A 11 E1.x"));
+}
+
+TEST(MappingSection, TheNameIsTheNameEvenIfItReadsAsAnAccessWord) {
+    EXPECT_THAT(Read("\"write\" = E1.\"x\"").mappings, ElementsAre(L"WRITE 1 E1.x"));
+}
+
+TEST(MappingSection, WordsAndTargetsOfAnyNumberAreToldApart) {
+    EXPECT_THAT(Read("a b c \"N\" = E1.\"x\"").mappings, ElementsAre(L"N 1 E1.x"));
+    EXPECT_THAT(Read("\"N\" = E1.\"x\", E2.\"y\"").mappings, ElementsAre(L"N 1 E2.y", L"N 1 E1.x"));
+}
+
+TEST(MappingSection, RefusedAccessWordsEndTheSection) {
+    const Result ten =
+        Read("\"A\" = E1.\"x\" ENVELOPED EXPENSIVE \"B\" = E1.\"y\" \"C\" = E1.\"z\"");
+    EXPECT_EQ(ten.status, 10);
+    EXPECT_EQ(ten.readStatus, 0);
+    EXPECT_THAT(ten.mappings, ElementsAre(L"A 1 E1.x"));
+    const Result eleven = Read("EXPENSIVE ENVELOPED \"B\" = E1.\"y\"");
+    EXPECT_EQ(eleven.status, 11);
+    EXPECT_THAT(eleven.mappings, IsEmpty());
+}
+
+TEST(MappingSection, UnknownInstanceIsStatus13AndKeepsWhatCameBefore) {
+    const Result result = Read("\"A\" = E1.\"x\", M.\"y\", E2.\"z\" \"B\" = E1.\"b\"");
+    EXPECT_EQ(result.status, 13);
+    EXPECT_EQ(result.readStatus, 0);
+    EXPECT_THAT(result.mappings, ElementsAre(L"A 1 E2.z"));
+}
+
+TEST(MappingSection, TheSameTargetTwiceForOnePropertyIsStatus14) {
+    const Result result =
+        Read("\"A\" = E1.\"x\" WRITE \"a\" = E2.\"y\", e1.\"x\" \"B\" = E1.\"b\"");
+    EXPECT_EQ(result.status, 14);
+    EXPECT_EQ(result.readStatus, 0);
+    EXPECT_THAT(result.mappings, ElementsAre(L"A 1 E1.x"));
+}
+
+TEST(MappingSection, EqualityLooksAtTheTargetPropertysCaseAndAtTheProperty) {
+    const Result result = Read("\"A\" = E1.\"x\", E1.\"X\" \"B\" = E1.\"x\"");
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.mappings.size(), 3u);
+}
+
+TEST(MappingSection, EqualRecordsAreFoundAmongThousands) {
+    std::string text = TextOf({.effects = "E = \"e\"", .mapping = ""});
+    for (int i = 0; i < 3000; ++i) text += "\"P\" = E.\"p" + std::to_string(i) + "\"\n";
+    EXPECT_EQ(ReadScript(text)->GetMappings().size(), 3000u);
+    const auto twice = ReadScript(text + "\"p\" = e.\"p77\"");
+    EXPECT_EQ(twice->GetSectionStatuses()[Section::kMapping], 14);
+}
+
+}  // namespace

@@ -1,0 +1,114 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "compositions/TimelineTargets.h"
+#include "compositions/reader/ReadScript.h"
+#include "helpers/report/CapturedOutput.h"
+
+using compositions::Section;
+using compositions::TimelineEntry;
+using compositions::TimelineEvent;
+using compositions::UpperName;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+namespace {
+
+auto ReadTimeline(const char* statements, const char* mapping = nullptr) {
+    return ReadScript(ScriptParts{.effects = "E1 = \"e\" E2 = \"e\"",
+                                  .mapping = mapping,
+                                  .envelopes = "Fade = {1}, {0, HOLD}",
+                                  .timeline = statements});
+}
+
+int StatusOf(const compositions::CompositionScript& script) {
+    EXPECT_EQ(script.GetReadStatus(), 0);
+    return script.GetSectionStatuses()[Section::kTimeline];
+}
+
+TimelineEntry Entry(const wchar_t* instance, const wchar_t* property, const wchar_t* value,
+                    std::uint32_t kind) {
+    return {UpperName(instance), property, value, kind};
+}
+
+TimelineEvent Event(const wchar_t* instance, const wchar_t* property) {
+    return {UpperName(instance), property, UpperName(L"FADE")};
+}
+
+TEST(Timeline, ReadsEveryFormOfValue) {
+    const auto script = ReadTimeline(
+        "E1.\"num\" = -1.5 E1.\"int\" = 7 e1.\"text\" = \"A text\" E1.\"var\" = %Folder% "
+        "e2.\"curve\" = fade");
+    EXPECT_EQ(StatusOf(*script), 0);
+    EXPECT_THAT(
+        script->GetTimelineEntries(),
+        ElementsAre(Entry(L"E1", L"NUM", L"-1.5", 0), Entry(L"E1", L"INT", L"7", 0),
+                    Entry(L"E1", L"TEXT", L"A text", 1), Entry(L"E1", L"VAR", L"Folder", 2)));
+    EXPECT_THAT(script->GetTimelineEvents(), ElementsAre(Event(L"E2", L"CURVE")));
+}
+
+TEST(Timeline, MissingHeaderIsStatus18AndIgnored) {
+    EXPECT_EQ(StatusOf(*ReadScript(ScriptParts{})), 18);
+}
+
+TEST(Timeline, AHeaderWithoutStatementsIsAccepted) {
+    EXPECT_EQ(StatusOf(*ReadTimeline("")), 0);
+}
+
+TEST(Timeline, SeveralTargetsShareTheValueInTheirOrder) {
+    const auto script = ReadTimeline("E2.\"b\", E1.\"a\" = \"v\" E1.\"x\", E2.\"y\" = Fade");
+    EXPECT_THAT(script->GetTimelineEntries(),
+                ElementsAre(Entry(L"E2", L"B", L"v", 1), Entry(L"E1", L"A", L"v", 1)));
+    EXPECT_THAT(script->GetTimelineEvents(), ElementsAre(Event(L"E1", L"X"), Event(L"E2", L"Y")));
+}
+
+TEST(Timeline, UnknownEnvelopeIsStatus12AndEndsTheSection) {
+    const auto script = ReadTimeline("E1.\"a\" = 1 E1.\"b\" = Nobody E1.\"c\" = 2");
+    EXPECT_EQ(StatusOf(*script), 12);
+    EXPECT_THAT(script->GetTimelineEntries(), ElementsAre(Entry(L"E1", L"A", L"1", 0)));
+    EXPECT_EQ(StatusOf(*ReadTimeline("E1.\"b\" = TRUE")), 12);
+}
+
+TEST(Timeline, AMappedTargetCannotCarryAnEnvelope) {
+    const auto script = ReadTimeline("E1.\"a\" = Fade E2.\"x\", E1.\"GAIN\" = Fade E1.\"z\" = 1",
+                                     "\"P\" = E1.\"Gain\"");
+    EXPECT_EQ(StatusOf(*script), 19);
+    EXPECT_THAT(script->GetTimelineEvents(), ElementsAre(Event(L"E1", L"A")));
+    EXPECT_THAT(script->GetTimelineEntries(), IsEmpty());
+}
+
+TEST(Timeline, AMappedTargetMayHaveAValue) {
+    const auto script = ReadTimeline("E1.\"gain\" = 1", "\"P\" = E1.\"Gain\"");
+    EXPECT_EQ(StatusOf(*script), 0);
+    EXPECT_EQ(script->GetTimelineEntries().size(), 1u);
+}
+
+TEST(Timeline, TheEnvelopeIsLookedUpBeforeTheMappings) {
+    EXPECT_EQ(StatusOf(*ReadTimeline("E1.\"gain\" = Nobody", "\"P\" = E1.\"Gain\"")), 12);
+}
+
+TEST(Timeline, UndeclaredInstancesAreKept) {
+    EXPECT_THAT(ReadTimeline("Nobody.\"a\" = 1")->GetTimelineEntries(),
+                ElementsAre(Entry(L"NOBODY", L"A", L"1", 0)));
+}
+
+TEST(Timeline, AValueOfNoKnownFormAddsNothing) {
+    const auto script = ReadTimeline("E1.\"a\" = 1 E1.\"b\", E2.\"c\" = {5}");
+    EXPECT_EQ(StatusOf(*script), 0);
+    EXPECT_EQ(script->GetTimelineEntries().size(), 1u);
+    EXPECT_THAT(script->GetTimelineEvents(), IsEmpty());
+}
+
+TEST(Timeline, EmptyTextIsAValue) {
+    EXPECT_THAT(ReadTimeline("E1.\"a\" = \"\"")->GetTimelineEntries(),
+                ElementsAre(Entry(L"E1", L"A", L"", 1)));
+}
+
+TEST(Timeline, EnvelopesDroppedByTheirSectionAreUnknownHere) {
+    const auto script =
+        ReadScript(ScriptParts{.envelopes = "A = {1}, {0, SPLINE}", .timeline = "E.\"p\" = A"});
+    EXPECT_EQ(script->GetSectionStatuses()[Section::kEnvelopes], 17);
+    EXPECT_EQ(StatusOf(*script), 12);
+}
+
+}  // namespace
