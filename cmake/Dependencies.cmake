@@ -1,4 +1,4 @@
-# Boost and GoogleTest. Natively they come from the system; for Windows they are cross-built from
+# Boost, GoogleTest, CLI11 and nlohmann-json. Natively they come from the system; for Windows they are cross-built from
 # the sources that the system's packages carry (`./dev` puts Boost's under build/deps).
 find_package(Threads REQUIRED)
 set(TARNEX_DEPS_DIR ${CMAKE_SOURCE_DIR}/build/deps CACHE PATH "Prepared third-party sources")
@@ -32,6 +32,19 @@ else()
   add_library(tarnex_boost INTERFACE)
   target_link_libraries(tarnex_boost INTERFACE Boost::headers Boost::filesystem)
 endif()
+
+# For the command-line companion: headers alone, seen by both compilers through the same links.
+file(MAKE_DIRECTORY ${TARNEX_DEPS_DIR}/include-tools)
+foreach(folder CLI nlohmann)
+  if(NOT EXISTS ${TARNEX_DEPS_DIR}/include-tools/${folder})
+    file(CREATE_LINK /usr/include/${folder} ${TARNEX_DEPS_DIR}/include-tools/${folder} SYMBOLIC)
+  endif()
+endforeach()
+foreach(library cli11 json)
+  add_library(tarnex_${library} INTERFACE)
+  target_include_directories(tarnex_${library} SYSTEM INTERFACE
+    ${TARNEX_DEPS_DIR}/include-tools)
+endforeach()
 
 if(TARNEX_BUILD_TESTS)
   if(EXISTS /usr/src/googletest/CMakeLists.txt)

@@ -1,0 +1,14 @@
+#pragma once
+
+// One function per command; each stands in a file of its own.
+
+#include "frame/Command.h"
+
+namespace tarnexctl {
+
+CommandSpec LogCommand();
+CommandSpec CompletionCommand();
+CommandSpec ManPageCommand();
+CommandSpec HelpCommand();
+
+}  // namespace tarnexctl

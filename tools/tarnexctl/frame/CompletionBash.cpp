@@ -1,0 +1,83 @@
+#include "frame/CommandTable.h"
+#include "frame/Completion.h"
+
+namespace tarnexctl {
+namespace {
+
+std::string Joined(const std::vector<std::string>& words, const char* between) {
+    std::string joined;
+    for (const std::string& word : words) joined += (joined.empty() ? "" : between) + word;
+    return joined;
+}
+
+std::vector<std::string> NamesOf(const std::vector<OptionSpec>& options) {
+    std::vector<std::string> names;
+    for (const OptionSpec& option : options) {
+        if (!option.shortName.empty()) names.push_back(option.shortName);
+        names.push_back(option.name);
+    }
+    return names;
+}
+
+// What fills the reply for a value of that kind.
+std::string Offer(ValueKind kind, const std::vector<std::string>& choices) {
+    switch (kind) {
+        case ValueKind::kFile:
+            return "_tarnexctl_paths -f";
+        case ValueKind::kFolder:
+            return "_tarnexctl_paths -d";
+        case ValueKind::kChoice:
+            return "_tarnexctl_words \"" + Joined(choices, " ") + "\"";
+        default:
+            return "COMPREPLY=()";
+    }
+}
+
+std::string CommandCase(const CommandSpec& command) {
+    std::vector<OptionSpec> options = command.options;
+    options.insert(options.end(), CommonOptions().begin(), CommonOptions().end());
+    std::string script = "    " + command.name + ")\n        case $prev in\n";
+    for (const OptionSpec& option : options) {
+        if (option.value.empty()) continue;
+        const std::string names =
+            option.shortName.empty() ? option.name : option.shortName + "|" + option.name;
+        script += "        " + names + ") " + Offer(option.kind, option.choices) + "; return ;;\n";
+    }
+    script += "        esac\n        if [[ $cur == -* ]]; then _tarnexctl_words \"" +
+              Joined(NamesOf(options), " ") + "\"\n";
+    if (!command.arguments.empty()) {
+        const ArgumentSpec& argument = command.arguments.front();
+        script += "        else " + Offer(argument.kind, argument.choices) + "\n";
+    }
+    return script + "        fi ;;\n";
+}
+
+}  // namespace
+
+std::string BashCompletion() {
+    std::vector<std::string> commands;
+    for (const CommandSpec* command : OfferedCommands()) commands.push_back(command->name);
+    std::string script =
+        "# bash completion for tarnexctl; put it into the folder of bash's completions, or:\n"
+        "#   source <(tarnexctl completion bash)\n"
+        "_tarnexctl_words() { mapfile -t COMPREPLY < <(compgen -W \"$1\" -- \"$cur\"); }\n"
+        "_tarnexctl_paths() {\n"
+        "    mapfile -t COMPREPLY < <(compgen \"$1\" -- \"$cur\")\n"
+        "    compopt -o filenames 2>/dev/null\n"
+        "}\n"
+        "_tarnexctl() {\n"
+        "    local cur=${COMP_WORDS[COMP_CWORD]} prev=${COMP_WORDS[COMP_CWORD-1]} command= word\n"
+        "    COMPREPLY=()\n"
+        "    for word in \"${COMP_WORDS[@]:1:COMP_CWORD-1}\"; do\n"
+        "        case $word in " +
+        Joined(commands, "|") +
+        ") command=$word; break ;; esac\n"
+        "    done\n"
+        "    case $command in\n"
+        "    '') _tarnexctl_words \"" +
+        Joined(commands, " ") + " " + Joined(NamesOf(CommonOptions()), " ") + "\" ;;\n";
+    for (const CommandSpec* command : OfferedCommands()) script += CommandCase(*command);
+    return script + "    esac\n}\ncomplete -F _tarnexctl tarnexctl tarnexctl.exe\n";
+}
+
+}  // namespace tarnexctl
