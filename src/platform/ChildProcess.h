@@ -44,4 +44,7 @@ void CrashQuietly();
 
 std::uint32_t ProcessId();
 
+// Ends this process at once: no destructors, no exit handlers, no library's farewell.
+[[noreturn]] void EndProcess(int code);
+
 }  // namespace platform

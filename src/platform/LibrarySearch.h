@@ -14,6 +14,9 @@ std::string LastModuleError();
 // itself was given by its full path: behind the library's own folder, which comes first.
 std::vector<std::string> LibrarySearchFolders();
 
+// ".dll", ".so".
+const char* LibraryExtension();
+
 // Whether a library of that file name is in this process already, which satisfies a dependency
 // without any search.
 bool IsLibraryLoaded(const std::string& fileName);

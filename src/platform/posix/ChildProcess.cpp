@@ -180,4 +180,8 @@ std::uint32_t ProcessId() {
     return static_cast<std::uint32_t>(getpid());
 }
 
+void EndProcess(int code) {
+    _exit(code);
+}
+
 }  // namespace platform

@@ -2,6 +2,8 @@
 
 #include <dlfcn.h>
 
+#include <algorithm>
+
 #include "platform/Console.h"
 
 namespace platform {
@@ -25,6 +27,10 @@ std::vector<std::string> LibrarySearchFolders() {
         folders.emplace_back(folder);
     }
     return folders;
+}
+
+const char* LibraryExtension() {
+    return ".so";
 }
 
 bool IsLibraryLoaded(const std::string& fileName) {

@@ -183,4 +183,10 @@ std::uint32_t ProcessId() {
     return GetCurrentProcessId();
 }
 
+void EndProcess(int code) {
+    TerminateProcess(GetCurrentProcess(), static_cast<UINT>(code));
+    for (;;) {
+    }
+}
+
 }  // namespace platform

@@ -2,6 +2,9 @@
 
 #include <windows.h>
 
+#include <algorithm>
+#include <iterator>
+
 #include "platform/CodePage.h"
 #include "platform/Console.h"
 #include "platform/windows/SystemError.h"
@@ -44,6 +47,10 @@ std::vector<std::string> LibrarySearchFolders() {
         begin = end + 1;
     }
     return folders;
+}
+
+const char* LibraryExtension() {
+    return ".dll";
 }
 
 bool IsLibraryLoaded(const std::string& fileName) {

@@ -6,6 +6,8 @@
 
 namespace tarnexctl {
 
+CommandSpec ProbeCommand();
+CommandSpec ProbeChildCommand();
 CommandSpec LogCommand();
 CommandSpec CompletionCommand();
 CommandSpec ManPageCommand();

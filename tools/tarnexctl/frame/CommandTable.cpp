@@ -6,10 +6,8 @@ namespace tarnexctl {
 
 const std::vector<CommandSpec>& CommandTable() {
     static const std::vector<CommandSpec> kTable = {
-        LogCommand(),
-        CompletionCommand(),
-        ManPageCommand(),
-        HelpCommand(),
+        ProbeCommand(),   LogCommand(),  CompletionCommand(),
+        ManPageCommand(), HelpCommand(), ProbeChildCommand(),
     };
     return kTable;
 }
