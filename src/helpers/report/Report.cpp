@@ -84,10 +84,15 @@ private:
     std::size_t length_ = 0;
 };
 
+// Out of memory the line is lost, and the caller's code is not.
 template <class Text>
 void Trace(const Text& text) {
-    TraceMessage message;
-    message.Append(text);
+    try {
+        TraceMessage message;
+        message.Append(text);
+    } catch (...) {
+        return;
+    }
 }
 
 template <class Code>
