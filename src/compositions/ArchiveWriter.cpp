@@ -9,6 +9,7 @@
 #include "compositions/ArchivePath.h"
 #include "compositions/ScriptArchive.h"
 #include "platform/FileMove.h"
+#include "platform/Thread.h"
 
 namespace compositions {
 namespace {
@@ -43,7 +44,7 @@ void RemoveLeftovers(const std::wstring& folder) {
     for (const std::wstring& name : platform::ListFolder(folder, std::wstring(kTemporaryPrefix))) {
         std::uint32_t process;
         if (!ParseTemporaryName(name, process)) continue;
-        const bool isOwn = process == platform::ProcessId();
+        const bool isOwn = process == platform::CurrentProcessId();
         if (isOwn || !platform::IsProcessAlive(process)) {
             static_cast<void>(platform::RemoveFile(folder + name));  // the next write tries again
         }
@@ -75,7 +76,7 @@ bool WriteArchive(const std::wstring& path, const CompositionDescription& descri
     std::wstring folder(pieces.drive);
     folder.append(pieces.folder);
     RemoveLeftovers(folder);
-    const std::wstring temporary = folder + TemporaryName(platform::ProcessId());
+    const std::wstring temporary = folder + TemporaryName(platform::CurrentProcessId());
     if (WriteWhole(temporary, description) && MoveOver(temporary, path)) return true;
     static_cast<void>(platform::RemoveFile(temporary));  // else the next write removes it
     return false;

@@ -31,7 +31,7 @@ bool RemoveFile(const std::wstring& path);
 // with a separator; empty is the current one.
 std::vector<std::wstring> ListFolder(const std::wstring& folder, const std::wstring& prefix);
 
-std::uint32_t ProcessId();
+// The process of that number, as CurrentProcessId gives it.
 bool IsProcessAlive(std::uint32_t id);
 
 }  // namespace platform

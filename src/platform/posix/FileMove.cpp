@@ -62,10 +62,6 @@ std::vector<std::wstring> ListFolder(const std::wstring& folder, const std::wstr
     return names;
 }
 
-std::uint32_t ProcessId() {
-    return static_cast<std::uint32_t>(getpid());
-}
-
 bool IsProcessAlive(std::uint32_t id) {
     return kill(static_cast<pid_t>(id), 0) == 0 || errno != ESRCH;
 }

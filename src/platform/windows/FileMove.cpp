@@ -66,10 +66,6 @@ std::vector<std::wstring> ListFolder(const std::wstring& folder, const std::wstr
     return names;
 }
 
-std::uint32_t ProcessId() {
-    return GetCurrentProcessId();
-}
-
 bool IsProcessAlive(std::uint32_t id) {
     const HANDLE process = OpenProcess(SYNCHRONIZE, FALSE, id);
     if (process == nullptr) return GetLastError() == ERROR_ACCESS_DENIED;

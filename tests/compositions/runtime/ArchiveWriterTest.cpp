@@ -10,6 +10,7 @@
 #include "compositions/archive/SampleDescriptions.h"
 #include "compositions/archive/TempFolder.h"
 #include "platform/FileMove.h"
+#include "platform/Thread.h"
 
 namespace {
 
@@ -53,7 +54,7 @@ TEST(ArchiveWriter, RemovesWhatAKilledProcessLeft) {
 
 TEST(ArchiveWriter, RemovesWhatAnEarlierProcessOfItsNumberLeft) {
     TempFolder folder;
-    WriteBytes(folder / Temporary(platform::ProcessId()), std::string(5000, 'x'));
+    WriteBytes(folder / Temporary(platform::CurrentProcessId()), std::string(5000, 'x'));
     ASSERT_TRUE(WriteArchive(folder.Wide("a.mxf"), samples::Small()));
     EXPECT_EQ(Names(folder), std::set<std::string>{"a.mxf"});
     EXPECT_EQ(ReadBytes(folder / "a.mxf"), plain::Write(samples::Small()).bytes);
@@ -92,7 +93,7 @@ TEST(ArchiveWriter, FolderOfTheArchivesNameFailsAndLeavesNothing) {
 TEST(ArchiveWriter, FolderOfTheTemporaryFilesNameKeepsTheOldArchive) {
     TempFolder folder;
     WriteBytes(folder / "a.mxf", "old");
-    std::filesystem::create_directory(folder / Temporary(platform::ProcessId()));
+    std::filesystem::create_directory(folder / Temporary(platform::CurrentProcessId()));
     EXPECT_FALSE(WriteArchive(folder.Wide("a.mxf"), samples::Small()));
     EXPECT_EQ(ReadBytes(folder / "a.mxf"), "old");
 }
