@@ -44,8 +44,8 @@ int RowOf(const std::string& path) {
 // in the folder of its program.
 std::string Resolve(const std::string& includer, const std::string& include) {
     const std::string folder = includer.substr(0, includer.rfind('/'));
-    for (const std::string& base : {folder, std::string("include"), std::string("src"),
-                                    std::string("tools/tarnexctl")}) {
+    for (const std::string& base :
+         {folder, std::string("include"), std::string("src"), std::string("tools/tarnexctl")}) {
         const std::string path =
             std::filesystem::path(base + "/" + include).lexically_normal().generic_string();
         if (std::filesystem::exists(structure::SourceRoot() / path)) return path;
