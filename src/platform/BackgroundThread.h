@@ -34,9 +34,10 @@ private:
     Function run_ = nullptr;
     void* argument_ = nullptr;
     std::uint64_t handle_ = 0;
-    std::uint64_t ready_ = 0;
-    std::uint64_t done_ = 0;
-    void* module_ = nullptr;
+    // Not every system's body needs the rest.
+    [[maybe_unused]] std::uint64_t ready_ = 0;
+    [[maybe_unused]] std::uint64_t done_ = 0;
+    [[maybe_unused]] void* module_ = nullptr;
 };
 
 }  // namespace platform
