@@ -16,7 +16,10 @@ if(MINGW)
   target_link_options(tarnex_options INTERFACE -Wl,--dynamicbase,--nxcompat,--high-entropy-va)
 elseif(NOT WIN32)
   # Modules of one process must not merge their copies of the tracer, or stay loaded for them.
-  target_link_options(tarnex_options INTERFACE -Wl,--exclude-libs,ALL)
+  # Programs export nothing anyway, and a sanitizer's runtime must stay visible in them, or it
+  # does not take the place of the C library's allocation.
+  target_link_options(tarnex_options INTERFACE
+    "$<$<NOT:$<STREQUAL:$<TARGET_PROPERTY:TYPE>,EXECUTABLE>>:-Wl,--exclude-libs,ALL>")
   if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
     target_compile_options(tarnex_options INTERFACE -fno-gnu-unique)
   endif()
