@@ -5,6 +5,10 @@ if(MSVC)
 else()
   target_compile_options(tarnex_options INTERFACE -Wall -Wextra -Wpedantic -Werror
     -Wno-missing-field-initializers)
+  if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
+    # It takes a text literal joined to a temporary string for overlapping memory.
+    target_compile_options(tarnex_options INTERFACE -Wno-restrict)
+  endif()
 endif()
 
 if(WIN32)
