@@ -45,6 +45,7 @@ struct TracerLayout {
     BufferLayout buffers[2];
     std::uint32_t current;  // the buffer that writers fill
     std::uint8_t closed;
+    std::uint8_t switching;  // in what was padding: a thread is changing `current`
 };
 
 struct BlockLayout {
@@ -61,6 +62,7 @@ static_assert(offsetof(BlockLayout, tracer.buffers) == 28);
 static_assert(offsetof(BlockLayout, tracer.buffers[1]) == 136'252);
 static_assert(offsetof(BlockLayout, tracer.current) == 272'476);
 static_assert(offsetof(BlockLayout, tracer.closed) == 272'480);
+static_assert(offsetof(BlockLayout, tracer.switching) == 272'481);
 static_assert(sizeof(BlockLayout) == 272'484);
 
 static_assert(std::atomic_ref<std::uint8_t>::is_always_lock_free);

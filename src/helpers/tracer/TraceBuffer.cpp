@@ -66,7 +66,8 @@ bool TraceBuffer::Reset(std::int32_t walked) {
     std::int32_t now = used.load(std::memory_order_relaxed);
     do {
         // Full stays full for every value at the area's end or beyond.
-        if (std::min(now, kRecordAreaBytes) != std::min(walked, kRecordAreaBytes)) return false;
+        if (std::clamp(now, 0, kRecordAreaBytes) != std::min(walked, kRecordAreaBytes))
+            return false;
         // release; pairs with the acquire in Append and in Used.
     } while (
         !used.compare_exchange_weak(now, 0, std::memory_order_release, std::memory_order_relaxed));

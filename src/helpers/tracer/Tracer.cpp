@@ -54,12 +54,25 @@ std::uint32_t Tracer::Current() const {
 }
 
 void Tracer::SwitchFrom(std::uint32_t index) {
-    if (!Buffer(1 - index).IsEmpty()) return;
-    std::uint32_t expected = index;
-    // release; pairs with the acquire in Current.
-    std::atomic_ref<std::uint32_t>(layout_.current)
-        .compare_exchange_strong(expected, 1 - index, std::memory_order_release,
-                                 std::memory_order_relaxed);
+    // One thread at a time, and nobody waits: a thread that was held up between looking at the
+    // other buffer and switching would else switch to a buffer that was filled meanwhile. acquire
+    // and release; pair with each other.
+    std::atomic_ref<std::uint8_t> switching(layout_.switching);
+    if (switching.exchange(1, std::memory_order_acquire) != 0) return;
+    if (Current() == index && Buffer(1 - index).IsEmpty()) {
+        // release; pairs with the acquire in Current.
+        std::atomic_ref<std::uint32_t>(layout_.current).store(1 - index, std::memory_order_release);
+    }
+    switching.store(0, std::memory_order_release);
+}
+
+bool Tracer::IsSwitching() const {
+    // relaxed; a hint.
+    return std::atomic_ref<std::uint8_t>(layout_.switching).load(std::memory_order_relaxed) != 0;
+}
+
+void Tracer::EndSwitching() {
+    std::atomic_ref<std::uint8_t>(layout_.switching).store(0, std::memory_order_release);
 }
 
 bool Tracer::IsPlausible() const {

@@ -34,6 +34,10 @@ public:
     // first.
     void SwitchFrom(std::uint32_t index);
 
+    // Whether a thread is in SwitchFrom; for one that died there, the log's own thread ends it.
+    bool IsSwitching() const;
+    void EndSwitching();
+
     // The handle of the log's thread; 0 when none runs.
     std::uint64_t ThreadHandle() const;
 

@@ -40,14 +40,11 @@ void LogWriter::WriteFirstLine(std::string_view line) {
 }
 
 void LogWriter::DrainOnce() {
+    FreeDeadSwitch();
     bool wrote = false;
     for (;;) {
+        wrote = WriteOther() || wrote;
         const std::uint32_t current = tracer_.Current();
-        const TraceBuffer other = tracer_.Buffer(1 - current);
-        if (!other.IsEmpty()) {
-            WriteOut(1 - current);
-            wrote = true;
-        }
         if (tracer_.Buffer(current).IsFull()) tracer_.SwitchFrom(current);
         if (!tracer_.Buffer(1 - tracer_.Current()).IsFull()) break;
     }
@@ -59,10 +56,35 @@ void LogWriter::DrainOnce() {
     tracer_.SwitchFrom(current);
 }
 
+void LogWriter::FreeDeadSwitch() {
+    if (!tracer_.IsSwitching()) {
+        switchSeen_ = 0;
+        return;
+    }
+    const std::int64_t now = platform::CounterTime();
+    if (switchSeen_ == 0) switchSeen_ = now;
+    if (now - switchSeen_ < kPatienceMs * 10'000) return;
+    tracer_.EndSwitching();
+    switchSeen_ = 0;
+}
+
+bool LogWriter::WriteOther() {
+    for (;;) {
+        const std::uint32_t current = tracer_.Current();
+        const bool empty = tracer_.Buffer(1 - current).IsEmpty();
+        // A writer may have switched and filled it between the two looks; the older lines then lie
+        // in the one it left.
+        if (tracer_.Current() != current) continue;
+        if (!empty) WriteOut(1 - current);
+        return !empty;
+    }
+}
+
 void LogWriter::Finish() {
+    WriteOther();
     const std::uint32_t current = tracer_.Current();
-    WriteOut(1 - current);
     WriteOut(current);
+    WriteOut(1 - current);  // what a late writer put there since
 }
 
 void LogWriter::TakeOver() {

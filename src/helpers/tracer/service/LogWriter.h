@@ -31,21 +31,26 @@ public:
     // Finish, by another thread after this one's died. Waits for no record: nobody finishes it.
     void TakeOver();
 
-    // How long an unfinished record is waited for; after that its thread counts as dead.
+    // How long an unfinished record, or a switch of buffers, is waited for; after that its thread
+    // counts as dead.
     static constexpr int kPatienceMs = 1000;
 
 private:
+    // Writes the buffer that is not current; false when it is empty.
+    bool WriteOther();
     void WriteOut(std::uint32_t index);
     std::int32_t WriteRecord(const TraceBuffer& buffer, std::int32_t offset, std::int32_t end);
     bool AwaitRecord(const Record& record) const;
     void AddLine(const Record& record);
     void Commit(std::int32_t next);
     void FollowNote();
+    void FreeDeadSwitch();
 
     Tracer tracer_;
     LogSink& sink_;
     int patienceMs_ = kPatienceMs;
-    std::int64_t now_ = 0;  // the moment of the write-out
+    std::int64_t switchSeen_ = 0;  // since when a switch has been under way; 0: none
+    std::int64_t now_ = 0;         // the moment of the write-out
     std::uint64_t position_ = 0;
     std::size_t chunkBytes_ = 0;
 
