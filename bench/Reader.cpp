@@ -1,0 +1,152 @@
+// Reading composition scripts: a typical one against a plain tokenising pass and against the same
+// information as TOML, and hostile ones from 1 KB to 10 MB, with the growth per tenfold size.
+
+#include <benchmark/benchmark.h>
+
+#include <algorithm>
+#include <array>
+#include <chrono>
+#include <limits>
+#include <map>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "ReaderScripts.h"
+#include "compositions/CompScript.h"
+
+#define TOML_HEADER_ONLY 1
+#define TOML_EXCEPTIONS 0
+#include <toml++/toml.h>
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+// The quickest of the runs, in seconds; feeds the benchmark's loop.
+template <typename Work>
+double Best(benchmark::State& state, Work&& work) {
+    double best = std::numeric_limits<double>::max();
+    for (auto _ : state) {
+        const Clock::time_point start = Clock::now();
+        work();
+        const std::chrono::duration<double> took = Clock::now() - start;
+        best = std::min(best, took.count());
+        state.SetIterationTime(took.count());
+    }
+    return best;
+}
+
+enum CharacterClass : std::uint8_t { kOther, kBlank, kWord, kDigit, kQuoteMark, kComment };
+
+constexpr std::array<std::uint8_t, 256> MakeClasses() {
+    std::array<std::uint8_t, 256> classes{};
+    for (int c = 'a'; c <= 'z'; ++c) classes[c] = classes[c - 32] = kWord;
+    for (int c = '0'; c <= '9'; ++c) classes[c] = kDigit;
+    for (char c : {' ', '\t', '\r', '\n'}) classes[static_cast<unsigned char>(c)] = kBlank;
+    classes['_'] = kWord;
+    classes['"'] = kQuoteMark;
+    classes[';'] = kComment;
+    return classes;
+}
+constexpr std::array<std::uint8_t, 256> kClasses = MakeClasses();
+
+std::uint8_t ClassOf(char c) {
+    return kClasses[static_cast<unsigned char>(c)];
+}
+
+struct Token {
+    std::uint8_t kind;
+    std::string_view text;
+};
+
+// The floor: words, numbers, strings and marks of the text, in order.
+void Tokenise(std::string_view text, std::vector<Token>& tokens) {
+    tokens.clear();
+    for (std::size_t i = 0; i < text.size();) {
+        const std::size_t begin = i;
+        const std::uint8_t kind = ClassOf(text[i++]);
+        if (kind == kBlank) continue;
+        if (kind == kComment) {
+            while (i < text.size() && text[i] != '\n') ++i;
+            continue;
+        }
+        if (kind == kQuoteMark) {
+            while (i < text.size() && text[i] != '"') ++i;
+            i = std::min(i + 1, text.size());
+        } else if (kind == kWord || kind == kDigit) {
+            while (i < text.size() && (ClassOf(text[i]) == kWord || ClassOf(text[i]) == kDigit))
+                ++i;
+        }
+        tokens.push_back({kind, text.substr(begin, i - begin)});
+    }
+}
+
+double tokenising = 0;
+double reading = 0;
+
+void TypicalTokenisingFloor(benchmark::State& state) {
+    const std::string text = bench::TypicalScript();
+    std::vector<Token> tokens;
+    tokenising = Best(state, [&] {
+        Tokenise(text, tokens);
+        benchmark::DoNotOptimize(tokens.data());
+    });
+    state.counters["bytes"] = static_cast<double>(text.size());
+    state.counters["tokens"] = static_cast<double>(tokens.size());
+}
+
+void TypicalScript(benchmark::State& state) {
+    const std::string text = bench::TypicalScript();
+    std::int32_t status = -1;
+    reading = Best(state, [&] {
+        const compositions::CompositionScript script(text);
+        status = script.GetReadStatus();
+    });
+    if (status != 0) state.SkipWithError("the script does not read");
+    state.counters["times_floor"] = reading / tokenising;
+}
+
+void TypicalAsToml(benchmark::State& state) {
+    const std::string text = bench::TypicalToml();
+    bool parsed = true;
+    const double toml = Best(state, [&] { parsed = toml::parse(text).succeeded(); });
+    if (!parsed) state.SkipWithError("the document does not parse");
+    state.counters["times_script"] = toml / reading;
+}
+
+void Hostile(benchmark::State& state, const bench::Family& family) {
+    static std::map<std::string, double> smaller;
+    const std::string text = family.make(static_cast<std::size_t>(state.range(0)));
+    std::int32_t status = -1;
+    const double seconds = Best(state, [&] {
+        const compositions::CompositionScript script(text);
+        status = script.GetReadStatus();
+    });
+    if (status != family.status) state.SkipWithError("read with another status");
+    if (smaller.contains(family.name)) {
+        state.counters["growth"] = seconds / smaller[family.name];
+    }
+    smaller[family.name] = seconds;
+    state.counters["ns_per_byte"] = seconds * 1e9 / static_cast<double>(text.size());
+}
+
+}  // namespace
+
+BENCHMARK(TypicalTokenisingFloor)->UseManualTime();
+BENCHMARK(TypicalScript)->UseManualTime();
+BENCHMARK(TypicalAsToml)->UseManualTime();
+
+int main(int argc, char** argv) {
+    for (const bench::Family& family : bench::HostileFamilies()) {
+        benchmark::RegisterBenchmark(("Hostile/" + family.name).c_str(),
+                                     [&family](benchmark::State& state) { Hostile(state, family); })
+            ->RangeMultiplier(10)
+            ->Range(1'000, 10'000'000)
+            ->UseManualTime()
+            ->MinTime(0.05);
+    }
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+    return 0;
+}
