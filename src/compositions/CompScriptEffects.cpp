@@ -5,7 +5,7 @@ namespace compositions {
 
 std::int32_t ReadEffects(ScriptCursor& cursor, CompositionDescription& description) {
     if (!cursor.FindHeader(Section::kEffects, R36)) return status::kNoEffects;
-    Pieces pieces;
+    Pieces& pieces = cursor.Scratch();
     while (cursor.Match(R37, pieces)) {
         if (IsKeyword(pieces[1], L"MIX")) {  // written as a word or as a string
             description.mixes.emplace_back(pieces[0]);

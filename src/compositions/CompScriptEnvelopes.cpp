@@ -57,7 +57,7 @@ std::int32_t ReadEnvelopes(ScriptCursor& cursor, CompositionDescription& descrip
     if (!cursor.FindHeader(Section::kEnvelopes, R47)) {
         return status::kNoEnvelopes;
     }
-    Pieces pieces;
+    Pieces& pieces = cursor.Scratch();
     while (cursor.Match(R52, pieces)) {
         UpperName name(pieces[0]);
         if (description.envelopes.contains(name)) {

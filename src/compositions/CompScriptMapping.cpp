@@ -56,9 +56,10 @@ std::int32_t TakeTargets(ScriptCursor& cursor, CompositionDescription& descripti
 std::int32_t ReadMapping(ScriptCursor& cursor, CompositionDescription& description) {
     if (!cursor.FindHeader(Section::kMapping, R42)) return status::kNoMapping;
     MappingList mappings(description.mappings);
-    Pieces pieces;
+    Pieces& pieces = cursor.Scratch();
     while (cursor.Match(R46, pieces)) {
-        const std::size_t name = cursor.LeadingPieces(R43) - 1;
+        std::size_t name = 0;  // the first piece between quotes
+        while (!cursor.IsQuoted(pieces[name])) ++name;
         AccessFlags access;
         for (std::size_t i = 0; i < name; ++i) {
             // Words that mean nothing here are passed over.

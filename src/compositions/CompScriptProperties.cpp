@@ -12,7 +12,7 @@ std::int32_t ReadProperties(ScriptCursor& cursor, CompositionDescription& descri
     if (!cursor.FindHeader(Section::kProperties, R29)) {
         return status::kNoProperties;
     }
-    Pieces pieces;
+    Pieces& pieces = cursor.Scratch();
     while (cursor.Match(R30, pieces)) {
         AccessFlags access;
         std::size_t next = 0;

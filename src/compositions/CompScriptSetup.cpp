@@ -75,16 +75,17 @@ void ReadRegistryValue(ScriptCursor& cursor, const Pieces& pieces,
 
 std::int32_t ReadSetup(ScriptCursor& cursor, CompositionDescription& description) {
     if (!cursor.FindHeader(Section::kSetup, R26)) return status::kNoSetup;
-    Pieces pieces;
+    Pieces& pieces = cursor.Scratch();
     for (;;) {
-        if (cursor.Match(R16, pieces)) {
+        const TextForm form = cursor.NextAssignment();
+        if (CanBe(form, TextForm::kString) && cursor.Match(R16, pieces)) {
             ReadText(cursor, pieces, description);
-        } else if (cursor.Match(R57, pieces)) {
+        } else if (CanBe(form, TextForm::kNumber) && cursor.Match(R57, pieces)) {
             ReadSpeed(cursor, pieces, description);
-        } else if (cursor.Match(R17, pieces)) {
+        } else if (CanBe(form, TextForm::kWord) && cursor.Match(R17, pieces)) {
             const std::int32_t result = ReadSwitch(cursor, pieces, description);
             if (result != status::kRead) return result;
-        } else if (cursor.Match(R28, pieces)) {
+        } else if (CanBe(form, TextForm::kVariable) && cursor.Match(R28, pieces)) {
             ReadRegistryValue(cursor, pieces, description);
         } else {
             break;

@@ -27,16 +27,18 @@ MediaSource MakeMediaSource(MediaKind kind, const Pieces& pieces, const Registry
 
 std::int32_t ReadSources(ScriptCursor& cursor, CompositionDescription& description) {
     if (!cursor.FindHeader(Section::kSources, R32)) return status::kNoSources;
-    Pieces pieces;
+    Pieces& pieces = cursor.Scratch();
     for (;;) {
-        if (cursor.Match(R56, pieces)) {
+        const TextForm form = cursor.NextAssignment();
+        const bool isWord = CanBe(form, TextForm::kWord);
+        if (CanBe(form, TextForm::kNumber) && cursor.Match(R56, pieces)) {
             description.numberedInputs[UpperName(pieces[0])] = NumberOf(pieces[1]);
-        } else if (cursor.Match(R33, pieces)) {
+        } else if (isWord && cursor.Match(R33, pieces)) {
             description.inputs.emplace_back(pieces[0]);
-        } else if (cursor.Match(R34, pieces)) {
+        } else if (isWord && cursor.Match(R34, pieces)) {
             description.mediaSources[UpperName(pieces[0])] =
                 MakeMediaSource(kBitmap, pieces, description.registryValues);
-        } else if (cursor.Match(R35, pieces)) {
+        } else if (isWord && cursor.Match(R35, pieces)) {
             description.mediaSources[UpperName(pieces[0])] =
                 MakeMediaSource(kMovie, pieces, description.registryValues);
         } else {

@@ -95,15 +95,16 @@ UpperName MakeMix(Names& mixes) {
 std::int32_t ReadNodes(ScriptCursor& cursor, CompositionDescription& description,
                        TreeBuilder& tree) {
     const Declarations declarations(description);
-    Pieces pieces;
+    Pieces& pieces = cursor.Scratch();
     for (;;) {
-        if (cursor.Match(LxComma, pieces)) {
+        const TextForm form = cursor.NextForm();
+        if (CanBe(form, TextForm::kComma) && cursor.Match(LxComma, pieces)) {
             tree.AddComma();
-        } else if (cursor.Match(LxOpenParen, pieces)) {
+        } else if (CanBe(form, TextForm::kOpenParen) && cursor.Match(LxOpenParen, pieces)) {
             if (!tree.Open()) return cursor.Refused(status::kFaultyStatement, pieces[0]);
-        } else if (cursor.Match(LxCloseParen, pieces)) {
+        } else if (CanBe(form, TextForm::kCloseParen) && cursor.Match(LxCloseParen, pieces)) {
             if (!tree.Close()) return cursor.Refused(status::kFaultyStatement, pieces[0]);
-        } else if (cursor.Match(LxIdent, pieces)) {
+        } else if (CanBe(form, TextForm::kWord) && cursor.Match(LxIdent, pieces)) {
             UpperName name(pieces[0]);
             if (name == std::wstring_view(L"MIX")) {
                 name = MakeMix(description.mixes);
@@ -124,7 +125,7 @@ std::int32_t ReadStructure(ScriptCursor& cursor, CompositionDescription& descrip
     if (!cursor.FindHeader(Section::kStructure, R38)) {
         return status::kNoStructure;
     }
-    Pieces pieces;
+    Pieces& pieces = cursor.Scratch();
     if (!cursor.Match(R39, pieces)) return status::kNoOutput;
     cursor.Taken();
 

@@ -47,14 +47,15 @@ public:
         : cursor_(cursor), description_(description) {}
 
     std::int32_t Read() {
-        Pieces pieces;
+        Pieces& pieces = cursor_.Scratch();
         while (cursor_.Match(R54, pieces)) {
-            std::vector<TimelineTarget> targets = TargetsOf(pieces);
-            if (cursor_.MatchMore(LxIdent, pieces)) {
-                const std::int32_t result = AddEvents(std::move(targets), pieces[0]);
+            TargetsOf(pieces, targets_);
+            const TextForm form = cursor_.NextForm();
+            if (CanBe(form, TextForm::kWord) && cursor_.MatchMore(LxIdent, pieces)) {
+                const std::int32_t result = AddEvents(pieces[0]);
                 if (result != status::kRead) return result;
-            } else if (const auto kind = MatchValue(pieces)) {
-                AddEntries(std::move(targets), pieces[0], *kind);
+            } else if (const auto kind = MatchValue(form, pieces)) {
+                AddEntries(pieces[0], *kind);
             } else {
                 cursor_.Skipped();
             }
@@ -63,26 +64,27 @@ public:
     }
 
 private:
-    std::optional<TimelineValueKind> MatchValue(Pieces& pieces) {
-        if (cursor_.MatchMore(R8, pieces)) return kString;
-        if (cursor_.MatchMore(R5, pieces)) return kNumber;
-        if (cursor_.MatchMore(R1, pieces)) return kNumber;
-        if (cursor_.MatchMore(R20, pieces)) return kVariable;
+    std::optional<TimelineValueKind> MatchValue(TextForm form, Pieces& pieces) {
+        if (CanBe(form, TextForm::kString) && cursor_.MatchMore(R8, pieces)) return kString;
+        const bool isNumber = CanBe(form, TextForm::kNumber);
+        if (isNumber && cursor_.MatchMore(R5, pieces)) return kNumber;
+        if (isNumber && cursor_.MatchMore(R1, pieces)) return kNumber;
+        if (CanBe(form, TextForm::kVariable) && cursor_.MatchMore(R20, pieces)) return kVariable;
         return std::nullopt;
     }
 
-    std::int32_t AddEvents(std::vector<TimelineTarget> targets, std::wstring_view word) {
+    std::int32_t AddEvents(std::wstring_view word) {
         const UpperName envelope(word);
         if (!description_.envelopes.contains(envelope)) {
             return cursor_.Refused(status::kFaultyStatement, word);
         }
         if (!mapped_) mapped_.emplace(description_.mappings);
-        for (const TimelineTarget& target : targets) {
+        for (const TimelineTarget& target : targets_) {
             if (mapped_->Contains(target)) {
                 return cursor_.Refused(status::kTargetIsMapped, target.property);
             }
         }
-        for (TimelineTarget& target : targets) {
+        for (TimelineTarget& target : targets_) {
             description_.timelineEvents.push_back(
                 {std::move(target.instance), std::move(target.property), envelope});
         }
@@ -90,9 +92,8 @@ private:
         return status::kRead;
     }
 
-    void AddEntries(std::vector<TimelineTarget> targets, std::wstring_view value,
-                    TimelineValueKind kind) {
-        for (TimelineTarget& target : targets) {
+    void AddEntries(std::wstring_view value, TimelineValueKind kind) {
+        for (TimelineTarget& target : targets_) {
             description_.timelineEntries.push_back({std::move(target.instance),
                                                     std::move(target.property), std::wstring(value),
                                                     kind});
@@ -102,22 +103,22 @@ private:
 
     ScriptCursor& cursor_;
     CompositionDescription& description_;
+    std::vector<TimelineTarget> targets_;  // of the statement at hand
     std::optional<MappedTargets> mapped_;  // built when an envelope is first used
 };
 
 }  // namespace
 
-std::vector<TimelineTarget> TargetsOf(const Pieces& pieces) {
+void TargetsOf(const Pieces& pieces, std::vector<TimelineTarget>& targets) {
     if (pieces.size() % 2 != 0) {
         helpers::ReportAssertion("CompScript", 662,
                                  "compositions::CompositionScript::ReadTimelineSection");
     }
-    std::vector<TimelineTarget> targets;
+    targets.clear();
     targets.reserve(pieces.size() / 2);
     for (std::size_t i = 0; i + 1 < pieces.size(); i += 2) {
         targets.push_back({UpperName(pieces[i]), UpperText(pieces[i + 1])});
     }
-    return targets;
 }
 
 std::int32_t ReadTimeline(ScriptCursor& cursor, CompositionDescription& description) {

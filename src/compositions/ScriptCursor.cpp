@@ -1,5 +1,7 @@
 #include "compositions/ScriptCursor.h"
 
+#include "compositions/language/ScriptCharacters.h"
+
 namespace compositions {
 
 bool ScriptCursor::FindHeader(Section section, std::uint32_t rule) {
@@ -8,19 +10,20 @@ bool ScriptCursor::FindHeader(Section section, std::uint32_t rule) {
     report_->OnHeaderSearch(section, rule);
     if (!script_.find_expression(rule, true)) return false;
     const std::size_t begin = script_.Position();
-    Pieces pieces;
-    if (!script_.get_expression(rule, pieces)) return false;
+    if (!script_.get_expression(rule, scratch_)) return false;
     report_->OnHeader(begin, script_.Position());
     return true;
 }
 
-std::size_t ScriptCursor::LeadingPieces(std::uint32_t rule) {
-    const std::size_t end = script_.Position();
-    script_.SetPosition(begin_);
-    Pieces pieces;
-    script_.get_expression(rule, pieces);
-    script_.SetPosition(end);
-    return pieces.size();
+// Blanks may stand between the quote and the piece; only a string can be empty.
+bool ScriptCursor::IsQuoted(std::wstring_view piece) const {
+    if (piece.empty()) return true;
+    const std::wstring& text = script_.Text();
+    auto before = static_cast<std::size_t>(piece.data() - text.data());
+    while (before > begin_ && characters::kBlanks.find(text[before - 1]) != std::wstring::npos) {
+        --before;
+    }
+    return before > begin_ && text[before - 1] == L'"';
 }
 
 bool ScriptCursor::ReportedMatch(std::uint32_t rule, Pieces& pieces) {

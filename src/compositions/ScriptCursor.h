@@ -8,6 +8,7 @@
 
 #include "compositions/ReadStatus.h"
 #include "compositions/ReadingReport.h"
+#include "compositions/TextForm.h"
 #include "compositions/language/CompInterpreter.h"
 #include "helpers/scripting/Pieces.h"
 
@@ -24,6 +25,9 @@ public:
     // Searches the whole script from its start; stands behind the header when it is there.
     bool FindHeader(Section section, std::uint32_t rule);
 
+    // For whoever reads a section to match into: the sections share its memory.
+    Pieces& Scratch() { return scratch_; }
+
     // Matches a statement here, and stands behind it. Otherwise nothing moves and there are no
     // pieces.
     bool Match(std::uint32_t rule, Pieces& pieces) {
@@ -37,8 +41,16 @@ public:
         return script_.get_expression(rule, pieces);
     }
 
-    // How many of that statement's pieces the rule alone takes at its start.
-    std::size_t LeadingPieces(std::uint32_t rule);
+    // Whether the piece, of the statement that was matched last, was written between quotes.
+    bool IsQuoted(std::wstring_view piece) const;
+
+    // What can follow; kAny for an observer, who wants to hear of every rule.
+    TextForm NextForm() const {
+        return report_ ? TextForm::kAny : FormAt(script_.Text(), script_.Position());
+    }
+    TextForm NextAssignment() const {
+        return report_ ? TextForm::kAny : FormOfAssignment(script_.Text(), script_.Position());
+    }
 
     // What became of the statement that was matched last. Refused returns the status given.
     void Taken() {
@@ -63,6 +75,7 @@ private:
     bool ReportedMatchMore(std::uint32_t rule, Pieces& pieces);
 
     CompInterpreter& script_;
+    Pieces scratch_;
     ReadingReport* report_;
     std::size_t begin_ = 0;  // of the statement that was matched last
 };

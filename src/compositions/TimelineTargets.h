@@ -14,7 +14,8 @@ struct TimelineTarget {
     std::wstring property;  // upper case
 };
 
-// Two pieces make a target; a single one at the end is reported and left out.
-std::vector<TimelineTarget> TargetsOf(const Pieces& pieces);
+// Replaces the targets by those of the pieces: two make a target, a single one at the end is
+// reported and left out.
+void TargetsOf(const Pieces& pieces, std::vector<TimelineTarget>& targets);
 
 }  // namespace compositions
