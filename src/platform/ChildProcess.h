@@ -42,8 +42,6 @@ ChildResult RunChild(const ChildRequest& request);
 // sanitizer's handler, so that the parent learns of it at once.
 void CrashQuietly();
 
-std::uint32_t ProcessId();
-
 // Ends this process at once: no destructors, no exit handlers, no library's farewell.
 [[noreturn]] void EndProcess(int code);
 

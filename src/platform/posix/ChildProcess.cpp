@@ -176,10 +176,6 @@ void CrashQuietly() {
     for (const int number : {SIGSEGV, SIGBUS, SIGFPE, SIGILL, SIGABRT}) signal(number, SIG_DFL);
 }
 
-std::uint32_t ProcessId() {
-    return static_cast<std::uint32_t>(getpid());
-}
-
 void EndProcess(int code) {
     _exit(code);
 }

@@ -179,10 +179,6 @@ void CrashQuietly() {
     SetUnhandledExceptionFilter(EndAtOnce);
 }
 
-std::uint32_t ProcessId() {
-    return GetCurrentProcessId();
-}
-
 void EndProcess(int code) {
     TerminateProcess(GetCurrentProcess(), static_cast<UINT>(code));
     for (;;) {

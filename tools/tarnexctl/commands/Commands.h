@@ -6,6 +6,10 @@
 
 namespace tarnexctl {
 
+CommandSpec ListCommand();
+CommandSpec ListChildCommand();
+CommandSpec InfoCommand();
+CommandSpec InfoChildCommand();
 CommandSpec ProbeCommand();
 CommandSpec ProbeChildCommand();
 CommandSpec LogCommand();

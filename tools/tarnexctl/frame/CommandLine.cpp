@@ -43,7 +43,7 @@ void AddArgument(CLI::App& app, const ArgumentSpec& spec, Slots& slots) {
     if (spec.repeats) {
         slot.option->expected(spec.required ? 1 : 0, 1 << 20);
     } else {
-        slot.option->expected(1);
+        slot.option->allow_extra_args(false)->expected(1);
     }
     if (spec.required) slot.option->required();
     if (!spec.choices.empty()) slot.option->check(CLI::IsMember(spec.choices));

@@ -5,10 +5,21 @@
 namespace tarnexctl {
 
 const std::vector<CommandSpec>& CommandTable() {
+    // clang-format off
     static const std::vector<CommandSpec> kTable = {
-        ProbeCommand(),   LogCommand(),  CompletionCommand(),
-        ManPageCommand(), HelpCommand(), ProbeChildCommand(),
+        ListCommand(),
+        InfoCommand(),
+        ProbeCommand(),
+        LogCommand(),
+        CompletionCommand(),
+        ManPageCommand(),
+        HelpCommand(),
+        // Hidden ones.
+        ListChildCommand(),
+        InfoChildCommand(),
+        ProbeChildCommand(),
     };
+    // clang-format on
     return kTable;
 }
 
