@@ -116,7 +116,7 @@ void TypicalAsToml(benchmark::State& state) {
 }
 
 void Hostile(benchmark::State& state, const bench::Family& family) {
-    static std::map<std::string, double> smaller;
+    static std::map<std::pair<std::string, std::int64_t>, double> times;
     const std::string text = family.make(static_cast<std::size_t>(state.range(0)));
     std::int32_t status = -1;
     const double seconds = Best(state, [&] {
@@ -124,10 +124,9 @@ void Hostile(benchmark::State& state, const bench::Family& family) {
         status = script.GetReadStatus();
     });
     if (status != family.status) state.SkipWithError("read with another status");
-    if (smaller.contains(family.name)) {
-        state.counters["growth"] = seconds / smaller[family.name];
-    }
-    smaller[family.name] = seconds;
+    const auto smaller = times.find({family.name, state.range(0) / 10});
+    state.counters["growth"] = smaller == times.end() ? 0 : seconds / smaller->second;
+    times[{family.name, state.range(0)}] = seconds;
     state.counters["ns_per_byte"] = seconds * 1e9 / static_cast<double>(text.size());
 }
 

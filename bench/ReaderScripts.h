@@ -170,7 +170,8 @@ inline void AddTexts(std::vector<Family>& families) {
         };
         families.push_back({name, make, 1});
         families.push_back({std::string(name) + " behind a script",
-                            [make](std::size_t bytes) { return kMandatory + make(bytes); }, 0});
+                            [make](std::size_t bytes) { return kMandatory + "{ " + make(bytes); },
+                            0});
     }
 }
 

@@ -19,11 +19,9 @@ public:
         const std::uint64_t hash =
             HashOf(mapping.targetProperty,
                    HashOf(mapping.instance.View(), HashOf(mapping.property.View())));
-        if (index_.Contains(hash, [&](std::size_t i) { return mappings_[i] == mapping; })) {
-            return false;
-        }
+        const auto equals = [&](std::size_t i) { return mappings_[i] == mapping; };
+        if (!index_.Insert(hash, mappings_.size(), equals)) return false;
         mappings_.push_back(std::move(mapping));
-        index_.Insert(hash, mappings_.size() - 1);
         return true;
     }
 

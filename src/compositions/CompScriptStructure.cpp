@@ -32,7 +32,10 @@ private:
 
     static void Index(const Names& names, HashIndex& index) {
         if (names.size() <= kScanLimit) return;
-        for (std::size_t i = 0; i < names.size(); ++i) index.Insert(HashOf(names[i].View()), i);
+        for (std::size_t i = 0; i < names.size(); ++i) {
+            const auto equals = [&](std::size_t other) { return names[other] == names[i]; };
+            index.Insert(HashOf(names[i].View()), i, equals);
+        }
     }
 
     static bool IsListed(const UpperName& name, const Names& names, std::size_t count,

@@ -21,21 +21,26 @@ class MappedTargets {
 public:
     explicit MappedTargets(const Mappings& mappings) : mappings_(mappings) {
         upperProperties_.reserve(mappings.size());
-        for (const Mapping& mapping : mappings) {
-            const std::wstring& property =
-                upperProperties_.emplace_back(UpperText(mapping.targetProperty));
-            index_.Insert(HashOfTarget(mapping.instance, property), upperProperties_.size() - 1);
+        for (std::size_t i = 0; i < mappings.size(); ++i) {
+            upperProperties_.push_back(UpperText(mappings[i].targetProperty));
+            const UpperName& instance = mappings[i].instance;
+            const std::wstring& property = upperProperties_[i];
+            index_.Insert(HashOfTarget(instance, property), i,
+                          [&](std::size_t other) { return IsAt(other, instance, property); });
         }
     }
 
     bool Contains(const TimelineTarget& target) const {
         return index_.Contains(HashOfTarget(target.instance, target.property), [&](std::size_t i) {
-            return mappings_[i].instance == target.instance &&
-                   upperProperties_[i] == target.property;
+            return IsAt(i, target.instance, target.property);
         });
     }
 
 private:
+    bool IsAt(std::size_t i, const UpperName& instance, const std::wstring& property) const {
+        return mappings_[i].instance == instance && upperProperties_[i] == property;
+    }
+
     const Mappings& mappings_;
     std::vector<std::wstring> upperProperties_;
     HashIndex index_;

@@ -31,7 +31,7 @@ std::uint64_t HashOf(std::wstring_view text, std::uint64_t seed) {
     return Mix(hash + text.size());
 }
 
-void HashIndex::Insert(std::uint64_t hash, std::size_t position) {
+void HashIndex::Add(std::uint64_t hash, std::size_t position) {
     if (used_ * 2 >= slots_.size()) Grow();
     const std::size_t mask = slots_.size() - 1;
     std::size_t at = hash & mask;

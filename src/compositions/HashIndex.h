@@ -28,8 +28,15 @@ public:
         return false;
     }
 
-    // Positions are below 2^32 - 1.
-    void Insert(std::uint64_t hash, std::size_t position);
+    // Inserts the position unless one that satisfies the predicate is there; answers whether it
+    // did. Equal elements go in once: a run of them would make every look-up walk it. Positions
+    // are below 2^32 - 1.
+    template <typename Predicate>
+    bool Insert(std::uint64_t hash, std::size_t position, Predicate&& matches) {
+        if (Contains(hash, matches)) return false;
+        Add(hash, position);
+        return true;
+    }
 
 private:
     static constexpr std::uint32_t kFree = ~std::uint32_t{0};
@@ -41,6 +48,7 @@ private:
     };
 
     static std::uint32_t Tag(std::uint64_t hash) { return static_cast<std::uint32_t>(hash); }
+    void Add(std::uint64_t hash, std::size_t position);
     void Grow();
 
     std::vector<Slot> slots_;  // a power of two, at most half full

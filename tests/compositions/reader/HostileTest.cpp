@@ -82,6 +82,24 @@ TEST(Hostile, ManyMixWordsAndManyWiredInputs) {
     EXPECT_EQ(wired->GetStructure().inputs.size(), 100'000u);
 }
 
+// Equal names that all fell on one place of the look-up once made this quadratic.
+TEST(Hostile, ManyEqualNamesAndTargets) {
+    const auto names = ReadScript(TextOf({.sources = Repeated("I = INPUT ", 200'000).c_str(),
+                                          .effects = Repeated("M = MIX ", 200'000).c_str(),
+                                          .structure = "OUTPUT = M(I)"}));
+    EXPECT_EQ(names->GetReadStatus(), 0);
+    EXPECT_EQ(names->GetInputs().size(), 200'000u);
+
+    std::string mapping;
+    for (int i = 0; i < 100'000; ++i) mapping += "\"p" + std::to_string(i) + "\" = E.\"q\" ";
+    const auto targets = ReadScript(TextOf({.effects = "E = \"e\"",
+                                            .mapping = mapping.c_str(),
+                                            .envelopes = "F = {1}, {0, HOLD}",
+                                            .timeline = "E.\"q\" = F"}));
+    EXPECT_EQ(targets->GetMappings().size(), 100'000u);
+    EXPECT_EQ(targets->GetSectionStatuses()[Section::kTimeline], 19);
+}
+
 TEST(Hostile, MegabytesOfOneCharacter) {
     const std::string start = TextOf({}) + "{ ";  // ends the last section
     for (const char* piece : {" ", "[", "-", "a ", "\"", "(", ";", "[SETUP", "{", "%", "\n", "]",
