@@ -1,0 +1,331 @@
+// The reader against the plain one over the plain matcher, on scripts put together at random:
+// mostly well-formed statements, with damage of every sort.
+
+#include <gtest/gtest.h>
+
+#include <random>
+
+#include "compositions/language/CompLanguage.h"
+#include "compositions/reader/PlainReader.h"
+#include "compositions/reader/ReadScript.h"
+#include "helpers/report/CapturedOutput.h"
+#include "helpers/scripting/PlainInterpreter.h"
+
+using compositions::CompositionScript;
+using compositions::Section;
+
+namespace {
+
+// Enough to meet every pair of forms many times; a system that is run in an emulator gets fewer.
+constexpr int kGeneratedScripts = TARNEX_GENERATED_SCRIPTS;
+
+class ScriptMaker {
+public:
+    explicit ScriptMaker(std::uint32_t seed) : random_(seed) {}
+
+    std::string Make() {
+        text_.clear();
+        const int sections = 4 + Below(6);
+        for (int i = 0; i < sections; ++i) AddSection(i < 4 && Below(30) ? i : Below(8));
+        for (int damage = Below(3); damage > 0 && Below(3) == 0; --damage) Damage();
+        return text_;
+    }
+
+private:
+    int Below(int limit) { return static_cast<int>(random_() % static_cast<unsigned>(limit)); }
+
+    template <std::size_t Size>
+    const char* Pick(const char* const (&choices)[Size]) {
+        return choices[Below(static_cast<int>(Size))];
+    }
+
+    void Add(std::string_view part) { text_ += part; }
+    void Blank() { Add(Pick({" ", " ", " ", "", "\n", "\t", "  ", "\r\n", " ; note\n", ";x\n"})); }
+    void Name() {
+        Add(Pick({"A", "B", "a", "b1", "Mix", "mix0", "MIX1", "C_2", "NAME", "x\xE9", "TRUE"}));
+    }
+    void String() {
+        Add(Pick({"\"p\"", "\"P\"", "\"q r\"", "\"\"", "\" s\"", "\"  \"", "\"WRITE\"", "\"mix\"",
+                  "\"[EFFECTS] \"", "\"_x\"", "\"A\"", "\"\xE9\"", "\"a;b\"\n\""}));
+    }
+    void Number() {
+        Add(Pick({"0", "1", "-2", "1.5", "-0.25", "- 3", "7.", "12_3", "99999999999", "+1", "x"}));
+    }
+    void Kind() {
+        Add(Pick({"LINEAR", "cosine", "HERMITE", "HERMITE", "HERMITE", "Hold", "CUBIC", "SPLINE"}));
+    }
+    void Words() {
+        for (int i = Below(4); i > 0; --i) {
+            Add(Pick(
+                {"READ", "WRITE", "write", "ENVELOPED", "EXPENSIVE", "NO_INTERPOLATION", "odd"}));
+            Add(" ");
+        }
+    }
+    void Target() {
+        Name();
+        Add(Pick({".", ".", ".", " . ", "..", ""}));
+        String();
+    }
+    void Targets() {
+        Target();
+        for (int i = Below(6); i > 3; --i) {
+            Add(Pick({",", ", ", ", "}));
+            Target();
+        }
+    }
+    void Path() {
+        for (int i = Below(3); i >= 0; --i) {
+            if (Below(3)) {
+                String();
+            } else {
+                Add(Pick({"%A%", "%b1%", "% a %", "%%"}));
+            }
+            if (i > 0) Add(Pick({"+", " + "}));
+        }
+    }
+    void Key(bool isLast) {
+        Add("{");
+        Number();
+        Add(",");
+        if (!isLast) {
+            Number();
+            Add(", ");
+        }
+        Kind();
+        if (Below(3) == 0) {
+            Add(",");
+            Number();
+            Add(",");
+            Number();
+        }
+        Add("}");
+    }
+
+    void SetupStatement() {
+        switch (Below(6)) {
+            case 0:
+                Add("NAME = ");
+                return String();
+            case 1:
+                Add("category=");
+                return String();
+            case 2:
+                Add("SPEED = ");
+                return Number();
+            case 3:
+                return Add(Pick({"SWAP = FALSE", "IS_FILTER = TRUE", "IS_FILTER=false", "SWAP = x",
+                                 "LATE = TRUE", "IS_FILTER = maybe", "OTHER = x"}));
+            case 4:
+                Add(Pick({"%A% = REGS : {", "%b1%=regs:{", "%b1% = REGS {"}));
+                for (int i = Below(4); i > 0; --i) {
+                    String();
+                    Add(",");
+                }
+                String();
+                return Add("}");
+            default:
+                Name();
+                Add(" = ");
+                return String();
+        }
+    }
+    void SourcesStatement() {
+        Name();
+        Add(" = ");
+        switch (Below(4)) {
+            case 0:
+                return Number();
+            case 1:
+                return Add(Pick({"INPUT", "input", "OUTPUT"}));
+            case 2:
+                Add(Pick({"BITMAP : ", "bitmap:"}));
+                return Path();
+            default:
+                Add("MOVIE : ");
+                return Path();
+        }
+    }
+    void Structure() {
+        Add(Below(20) ? Pick({"OUTPUT =", "OUTPUT = ", "output="}) : "OUT = ");
+        int open = 0;
+        for (int i = Below(8); i > 0; --i) {
+            if (Below(8)) {
+                Add(Pick({"A", "b", "b1", "c_2", "Mix"}));
+            } else {
+                Name();
+            }
+            if (Below(3) == 0) {
+                Add("(");
+                ++open;
+            } else if (open > 0 && Below(2)) {
+                Add(")");
+                --open;
+            }
+            Add(Pick({",", " ", ", "}));
+            if (Below(40) == 0) Add(Pick({"(", ")", "()"}));
+        }
+        if (Below(10)) text_.append(static_cast<std::size_t>(open), ')');
+    }
+    void Statement(int section) {
+        switch (section) {
+            case 0:
+                return SetupStatement();
+            case 1:
+                return SourcesStatement();
+            case 2:
+                Name();
+                Add(" = ");
+                return Below(3) ? String() : Add(Pick({"MIX", "mix", "MIXX"}));
+            case 3:
+                return Structure();
+            case 4:
+                Words();
+                String();
+                Add(" = ");
+                if (Below(3) == 0) return String();
+                return Below(2) ? Number() : Add(Pick({"TRUE", "false", "%A%"}));
+            case 5:
+                Words();
+                String();
+                Add(" = ");
+                return Targets();
+            case 6:
+                Name();
+                Add(" = {");
+                Number();
+                Add("}, ");
+                for (int i = Below(4); i > 0; --i) {
+                    Key(Below(12) == 0);
+                    Add(", ");
+                }
+                return Key(Below(12) != 0);
+            default:
+                Targets();
+                Add(" = ");
+                switch (Below(4)) {
+                    case 0:
+                        return Name();
+                    case 1:
+                        return String();
+                    case 2:
+                        return Number();
+                    default:
+                        return Add(Pick({"%A%", "{5}", "%", "(", ""}));
+                }
+        }
+    }
+    void AddSection(int section) {
+        static const char* const kHeaders[] = {"[SETUP]",     "[SOURCES]",    "[EFFECTS]",
+                                               "[STRUCTURE]", "[PROPERTIES]", "[MAPPING]",
+                                               "[ENVELOPES]", "[TIMELINE]"};
+        Add(kHeaders[section]);
+        Add(Below(30) ? Pick({"\n", "\n", " ", "\r\n", " ; note\n"}) : Pick({";x\n", ""}));
+        if (section == 0 && Below(8)) Add("NAME = \"n\" CATEGORY = \"c\" ");
+        if (section == 2 && Below(6)) Add("A = \"a\" B = \"b\" b1 = MIX C_2 = MIX ");
+        if (section == 3) return Statement(3), Blank(), Add("\n");
+        for (int i = Below(5); i > 0; --i) {
+            Statement(section);
+            Add(Pick({"\n", "\n", " "}));
+            Blank();
+        }
+    }
+    void Damage() {
+        if (text_.empty()) return;
+        const auto at = static_cast<std::size_t>(Below(static_cast<int>(text_.size())));
+        switch (Below(3)) {
+            case 0:
+                text_.erase(at, 1 + static_cast<std::size_t>(Below(4)));
+                break;
+            case 1:
+                text_.insert(at, Pick({"\"", "[", "]", "(", "=", " ", ";", "-", "%", "{"}));
+                break;
+            default:
+                text_[at] = Pick({"\"", "=", ".", "Z", "5", "\n", ";"})[0];
+                break;
+        }
+    }
+
+    std::mt19937 random_;
+    std::string text_;
+};
+
+PlainResult ReadPlainly(const std::string& text) {
+    static plain::Interpreter matcher(L"", compositions::CompositionLanguage()->Blanks(),
+                                      compositions::CompositionLanguage()->Tables());
+    matcher.TakeText(plain::Preprocess(text));
+    const PlainToolkit toolkit{
+        [](std::uint32_t rule, std::vector<std::wstring>& pieces) {
+            return matcher.get_expression(rule, pieces);
+        },
+        [](std::uint32_t rule) { return matcher.find_expression(rule, false); },
+        [](std::uint32_t kind, std::wstring& lexem) { return matcher.get_lexem(kind, lexem); },
+        [] { return matcher.position; },
+        [](std::size_t position) { matcher.position = position; },
+    };
+    return ReadPlainly(toolkit);
+}
+
+// Keeps what an observer of a random script is told in order: within the file, and forwards.
+class OrderObserver : public compositions::ReadingObserver {
+public:
+    explicit OrderObserver(std::size_t size) : size_(size) {}
+    void OnHeader(Section, compositions::ByteRange range) override {
+        last_ = 0;
+        Check(range);
+    }
+    void OnStatement(const compositions::Statement& statement) override { Check(statement.range); }
+    void OnSectionEnd(const compositions::SectionEnd& end) override {
+        isGood = isGood && end.offset <= size_;
+        ++sections;
+    }
+    bool isGood = true;
+    int sections = 0;
+
+private:
+    void Check(compositions::ByteRange range) {
+        isGood = isGood && last_ <= range.begin && range.begin < range.end && range.end <= size_;
+        last_ = range.end;
+    }
+    std::uint64_t last_ = 0;
+    std::size_t size_;
+};
+
+void Compare(const std::string& text, int& readWhole) {
+    captured::TakeDebugged();
+    captured::TakeTraced();
+    const CompositionScript script(text);
+    const std::size_t assertions = captured::TakeDebugged().size();
+    const std::size_t traced = captured::TakeTraced().size();
+    OrderObserver observer(text.size());
+    const CompositionScript observed(text, &observer);
+    const PlainResult plain = ReadPlainly(text);
+    ASSERT_EQ(script.GetReadStatus(), plain.readStatus) << text;
+    for (int i = 0; i < 8; ++i) {
+        ASSERT_EQ(script.GetSectionStatuses()[static_cast<Section>(i)], plain.sections[i])
+            << i << "\n"
+            << text;
+    }
+    ASSERT_TRUE(script.GetDescription() == plain.description) << text;
+    for (std::size_t i = 0; i < plain.mappingAccess.size(); ++i) {
+        ASSERT_EQ(script.GetMappings()[i].access, plain.mappingAccess[i]) << text;
+    }
+    ASSERT_EQ(assertions, static_cast<std::size_t>(plain.assertions)) << text;
+    ASSERT_EQ(traced, plain.titleTraced ? 1u : 0u) << text;
+    ASSERT_TRUE(observed.GetDescription() == script.GetDescription()) << text;
+    ASSERT_TRUE(observed.GetSectionStatuses() == script.GetSectionStatuses()) << text;
+    ASSERT_TRUE(observer.isGood) << text;
+    readWhole += plain.readStatus == 0;
+}
+
+TEST(Differential, GeneratedScriptsReadAsThePlainReaderReadsThem) {
+    ScriptMaker maker(20240607);
+    int readWhole = 0;
+    for (int i = 0; i < kGeneratedScripts; ++i) {
+        Compare(maker.Make(), readWhole);
+        if (HasFatalFailure()) return;
+    }
+    // Damage everywhere would compare failures only.
+    EXPECT_GT(readWhole, kGeneratedScripts / 20);
+}
+
+}  // namespace
