@@ -1,0 +1,267 @@
+// When archives are read and written: every combination of the user's settings with every state of
+// the files, in the built library.
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <fstream>
+#include <iterator>
+#include <optional>
+
+#include "compositions/archive/PlainArchive.h"
+#include "compositions/host/ConverterValues.h"
+#include "host/HostSession.h"
+
+namespace host_test {
+namespace {
+
+namespace fs = std::filesystem;
+
+enum class Files { kScriptNewer, kArchiveNewer, kScriptAlone, kArchiveAlone, kNone };
+constexpr Files kFileStates[] = {Files::kScriptNewer, Files::kArchiveNewer, Files::kScriptAlone,
+                                 Files::kArchiveAlone, Files::kNone};
+
+const std::string kScript =
+    "[SETUP]\nNAME = \"Script\"\nCATEGORY = \"C\"\n[SOURCES]\nBack = INPUT\n[EFFECTS]\n"
+    "B = \"Blur\"\n[STRUCTURE]\nOUTPUT = B( Back )\n";
+
+compositions::CompositionDescription Named(const wchar_t* name) {
+    compositions::CompositionDescription description;
+    description.name = name;
+    description.category = L"C";
+    return description;
+}
+
+// What kScript's archive must hold.
+compositions::CompositionDescription Described() {
+    compositions::CompositionDescription description = Named(L"Script");
+    description.inputs.emplace_back(L"BACK");
+    description.effectInstances[compositions::UpperName(L"B")] = L"Blur";
+    description.structure = compositions::StructureNode(compositions::UpperName(L"B"));
+    description.structure.inputs.emplace_back(compositions::UpperName(L"BACK"));
+    return description;
+}
+
+using Setting = std::optional<std::string>;
+
+struct Settings {
+    Setting convertor;
+    Setting type;
+    Setting saveFx;
+
+    ConverterValues Values() const {
+        ConverterValues values;
+        if (convertor) values["Convertor"] = *convertor;
+        if (type) values["Type"] = *type;
+        if (saveFx) values["SaveFx"] = *saveFx;
+        return values;
+    }
+};
+
+class ArchiveSettings : public HostTest {
+protected:
+    ArchiveSettings() : values_(sandbox_.Folder() / "settings.ini"), host_(sandbox_, &log_) {
+        fs::create_directories(Folder());
+        host_.Start("");
+    }
+
+    fs::path Folder() const { return sandbox_.Folder() / "compositions"; }
+    fs::path ScriptPath() const { return Folder() / "fx.v1.txt"; }
+    fs::path ArchivePath() const { return Folder() / "fx.v1.mxf"; }
+    static void Put(const fs::path& path, const std::string& bytes) {
+        std::ofstream(path, std::ios::binary) << bytes;
+    }
+    static std::string Get(const fs::path& path) {
+        std::ifstream stream(path, std::ios::binary);
+        return {std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
+    }
+    void Arrange(Files files) {
+        fs::remove(ScriptPath());
+        fs::remove(ArchivePath());
+        const bool script = files != Files::kArchiveAlone && files != Files::kNone;
+        const bool archive = files != Files::kScriptAlone && files != Files::kNone;
+        if (script) Put(ScriptPath(), kScript);
+        if (archive) Put(ArchivePath(), old_);
+        const auto past = fs::file_time_type::clock::now() - std::chrono::hours(1);
+        if (files == Files::kScriptNewer) fs::last_write_time(ArchivePath(), past);
+        if (files == Files::kArchiveNewer) fs::last_write_time(ScriptPath(), past);
+    }
+    std::string Create(const fs::path& path) { return host_.Do({"create_path", Utf8(path)}); }
+    std::size_t FileCount() const {
+        return static_cast<std::size_t>(
+            std::distance(fs::directory_iterator(Folder()), fs::directory_iterator()));
+    }
+
+    const std::string old_ = plain::Write(Named(L"Archive")).bytes;
+    const std::string new_ = plain::Write(Described()).bytes;
+    ScopedConverterValues values_;
+    Host host_;
+};
+
+bool IsLong(const Setting& setting) {
+    return setting && setting->size() >= 260;
+}
+
+// The rule, told once more: what loading the script answers, and whether its archive is written.
+struct Expected {
+    std::string answer;
+    bool written;
+};
+
+Expected ExpectScript(const Settings& settings, Files files) {
+    const bool exists = files != Files::kArchiveAlone && files != Files::kNone;
+    const bool anything = settings.convertor && !settings.convertor->empty();
+    const bool tooLong =
+        IsLong(settings.convertor) || IsLong(settings.type) || IsLong(settings.saveFx);
+    if ((anything && tooLong) || !exists) return {"12 empty", false};
+    const bool all = settings.convertor == "1" && settings.type == "1" && settings.saveFx == "1";
+    return {"0 set Script\\C", all};
+}
+
+std::string ExpectArchive(const Settings& settings, Files files) {
+    const bool exists = files != Files::kScriptAlone && files != Files::kNone;
+    const bool anything = settings.convertor && !settings.convertor->empty();
+    const bool tooLong =
+        IsLong(settings.convertor) || IsLong(settings.type) || IsLong(settings.saveFx);
+    const bool converting = settings.convertor == "1" && settings.saveFx == "1";
+    if ((anything && tooLong) || converting || !exists) return "12 empty";
+    return "0 set Archive\\C";
+}
+
+TEST_F(ArchiveSettings, EveryCombinationWithEveryStateOfTheFiles) {
+    const Setting choices[] = {std::nullopt, "", "0", "1", std::string(260, '1')};
+    int written = 0;
+    for (const Setting& convertor : choices) {
+        for (const Setting& type : choices) {
+            for (const Setting& saveFx : choices) {
+                const Settings settings{convertor, type, saveFx};
+                values_.Set(settings.Values());
+                for (const Files files : kFileStates) {
+                    SCOPED_TRACE(testing::PrintToString(settings.Values()) + " files " +
+                                 std::to_string(static_cast<int>(files)));
+                    Arrange(files);
+                    const std::size_t before = FileCount();
+                    ASSERT_EQ(Create(ArchivePath()), ExpectArchive(settings, files));
+                    ASSERT_EQ(FileCount(), before);
+                    const Expected expected = ExpectScript(settings, files);
+                    const std::string archive = Get(ArchivePath());
+                    ASSERT_EQ(Create(ScriptPath()), expected.answer);
+                    ASSERT_EQ(Get(ArchivePath()), expected.written ? new_ : archive);
+                    written += expected.written ? 1 : 0;
+                }
+            }
+        }
+    }
+    EXPECT_EQ(written, 3);  // the script with an older archive, a newer one, and none
+}
+
+TEST_F(ArchiveSettings, ArchiveIsWrittenOnEveryLoad) {
+    values_.Set({{"Convertor", "1"}, {"Type", "1"}, {"SaveFx", "1"}});
+    Arrange(Files::kScriptAlone);
+    for (int i = 0; i < 3; ++i) {
+        EXPECT_EQ(Create(ScriptPath()), "0 set Script\\C");
+        EXPECT_EQ(Get(ArchivePath()), new_);
+        Put(ArchivePath(), "spoiled");
+    }
+}
+
+TEST_F(ArchiveSettings, WrittenArchiveIsReadOnceTheSettingsAreGone) {
+    values_.Set({{"Convertor", "1"}, {"Type", "1"}, {"SaveFx", "1"}});
+    Arrange(Files::kScriptAlone);
+    ASSERT_EQ(Create(ScriptPath()), "0 set Script\\C");
+    fs::remove(ScriptPath());
+    EXPECT_EQ(Create(ArchivePath()), "12 empty");
+    values_.Set({});
+    EXPECT_EQ(Create(ArchivePath()), "0 set Script\\C");
+}
+
+TEST_F(ArchiveSettings, ValuesOfTwoHundredFiftyNineCharactersAreShortEnough) {
+    Arrange(Files::kScriptAlone);
+    for (const char* name : {"Convertor", "Type", "SaveFx"}) {
+        ConverterValues values{{"Convertor", "1"}, {"Type", "1"}, {"SaveFx", "1"}};
+        values[name] = std::string(259, '1');
+        values_.Set(values);
+        EXPECT_EQ(Create(ScriptPath()), "0 set Script\\C") << name;
+        values[name] += '1';
+        values_.Set(values);
+        EXPECT_EQ(Create(ScriptPath()), "12 empty") << name;
+    }
+    EXPECT_FALSE(fs::exists(ArchivePath()));
+}
+
+TEST_F(ArchiveSettings, OnlyExactlyOneCounts) {
+    Arrange(Files::kArchiveAlone);
+    for (const char* value : {"01", "11", " 1", "1 ", "yes", "TRUE"}) {
+        values_.Set({{"Convertor", value}, {"Type", "1"}, {"SaveFx", "1"}});
+        EXPECT_EQ(Create(ArchivePath()), "0 set Archive\\C") << value;
+    }
+}
+
+TEST_F(ArchiveSettings, LongPathLoadsUnlessItIsConverted) {
+    Arrange(Files::kScriptAlone);
+    std::string path = Utf8(Folder());
+    while (path.size() < 300) path += "/.";
+    path += "/fx.v1.txt";
+    EXPECT_EQ(host_.Do({"create_path", path}), "0 set Script\\C");
+    values_.Set({{"Convertor", "1"}, {"SaveFx", "0"}});
+    EXPECT_EQ(host_.Do({"create_path", path}), "0 set Script\\C");
+    values_.Set({{"Convertor", "1"}, {"SaveFx", "1"}});
+    EXPECT_EQ(host_.Do({"create_path", path}), "12 empty");
+    values_.Set({{"Convertor", "1"}, {"Type", "1"}, {"SaveFx", "1"}});
+    EXPECT_EQ(host_.Do({"create_path", path}), "12 empty");
+    EXPECT_FALSE(fs::exists(ArchivePath()));
+}
+
+TEST_F(ArchiveSettings, FaultyScriptLeavesTheOldArchive) {
+    values_.Set({{"Convertor", "1"}, {"Type", "1"}, {"SaveFx", "1"}});
+    Arrange(Files::kScriptNewer);
+    Put(ScriptPath(), "[SETUP]\nNAME = \"Script\"\n");
+    EXPECT_EQ(Create(ScriptPath()), "12 empty");
+    EXPECT_EQ(Get(ArchivePath()), old_);
+    EXPECT_EQ(FileCount(), 2u);
+}
+
+TEST_F(ArchiveSettings, ArchiveThatCannotBeWrittenFailsNothing) {
+    values_.Set({{"Convertor", "1"}, {"Type", "1"}, {"SaveFx", "1"}});
+    Arrange(Files::kScriptAlone);
+    fs::create_directory(ArchivePath());
+    EXPECT_EQ(Create(ScriptPath()), "0 set Script\\C");
+    EXPECT_EQ(FileCount(), 2u);
+    EXPECT_TRUE(fs::is_directory(ArchivePath()));
+    fs::remove(ArchivePath());
+}
+
+TEST_F(ArchiveSettings, OldArchiveHeldOpenIsThereWholeOrReplaced) {
+    values_.Set({{"Convertor", "1"}, {"Type", "1"}, {"SaveFx", "1"}});
+    Arrange(Files::kScriptNewer);
+    {
+        std::ifstream holder(ArchivePath(), std::ios::binary);
+        ASSERT_TRUE(holder.is_open());
+        EXPECT_EQ(Create(ScriptPath()), "0 set Script\\C");
+        const std::string bytes = Get(ArchivePath());
+        EXPECT_TRUE(bytes == old_ || bytes == new_);
+        EXPECT_EQ(FileCount(), 2u);
+    }
+    EXPECT_EQ(Create(ScriptPath()), "0 set Script\\C");
+    EXPECT_EQ(Get(ArchivePath()), new_);
+}
+
+TEST_F(ArchiveSettings, LeftoversOfKilledProcessesGoWithTheNextWrite) {
+    values_.Set({{"Convertor", "1"}, {"Type", "1"}, {"SaveFx", "1"}});
+    Arrange(Files::kScriptAlone);
+    Put(Folder() / "~tarnex-2000000011.tmp", "half an arch");
+    EXPECT_EQ(Create(ScriptPath()), "0 set Script\\C");
+    EXPECT_EQ(FileCount(), 2u);
+    EXPECT_EQ(Get(ArchivePath()), new_);
+}
+
+TEST_F(ArchiveSettings, RegistrationIgnoresSettingsAndArchives) {
+    values_.Set({{"Convertor", "1"}, {"Type", "1"}, {"SaveFx", "1"}});
+    Arrange(Files::kArchiveNewer);
+    EXPECT_EQ(host_.Do({"register", "fx.v1.txt", "name"}), "0");
+    EXPECT_EQ(host_.Do({"name", "0"}), "<Script\\C>");
+    EXPECT_EQ(Get(ArchivePath()), old_);
+}
+
+}  // namespace
+}  // namespace host_test
