@@ -118,7 +118,7 @@ void AddRules(Grammar& grammar) {
     add(R30, Assign(R43, R31));
     add(R29, Header(L"PROPERTIES"));
     add(R32, Header(L"SOURCES"));
-    add(R33, Assign(LxIdent, Word(L"INPUT")));
+    add(R33, then(LxIdent, then(LxEquals, Word(L"INPUT"), kDropFirst | kDropSecond)));
     add(R10, either(R8, R20));
     add(R11, either(then(R10, After(LxPlus, R11)), R10));
     add(R34, Media(L"BITMAP"));

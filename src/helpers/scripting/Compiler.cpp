@@ -142,6 +142,7 @@ private:
         Instruction& instruction = Emit(Operation::kCall);
         instruction.mayLoop = first && currentRule_ != kNone &&
                               (rule == currentRule_ || analysis_.ComesFirst(rule, currentRule_));
+        instruction.remember = analysis_.IsRecursive(rule);
         if (instruction.mayLoop) program_.mayLoop = true;
         if (variants_.emplace(variant, kNone).second) pending_.push_back(variant);
     }

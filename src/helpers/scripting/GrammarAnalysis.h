@@ -25,6 +25,8 @@ public:
     bool AlwaysStores(const GrammarNode& node, bool store) const;
     // Whether matching rule `from` may come to rule `to` before anything is read.
     bool ComesFirst(std::uint32_t from, std::uint32_t to) const { return Leads(first_, from, to); }
+    // Whether matching the rule may come to the rule again.
+    bool IsRecursive(std::uint32_t rule) const { return recursive_.count(rule) != 0; }
     // Whether matching the rule may come to a rule inside a match of that same rule.
     bool ComesToRecursion(std::uint32_t rule) const;
 

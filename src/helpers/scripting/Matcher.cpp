@@ -137,7 +137,7 @@ bool Matcher::ReadLexem(const Instruction& instruction) {
 
 bool Matcher::Call(const Instruction& instruction) {
     if (instruction.mayLoop && IsOpenHere(instruction.target)) return false;
-    if (memory_) {
+    if (memory_ && instruction.remember) {
         const auto found = memory_->find({instruction.target, first_});
         if (found != memory_->end()) return Recall(found->second);
     } else if (instruction.tail && !instruction.mayLoop) {
@@ -152,7 +152,7 @@ bool Matcher::Call(const Instruction& instruction) {
 void Matcher::Return() {
     const Frame frame = frames_.back();
     frames_.pop_back();
-    if (memory_) Remember(frame, position_);
+    Remember(frame, position_);
     at_ = frame.address;
 }
 
@@ -178,7 +178,7 @@ bool Matcher::Backtrack() {
             pieces_.CutTo(frame.count);
             return true;
         }
-        if (memory_) Remember(frame, kNoPosition);
+        Remember(frame, kNoPosition);
     }
     pieces_.CutToStart();
     return false;
@@ -194,6 +194,7 @@ bool Matcher::IsOpenHere(std::uint32_t callee) const {
 }
 
 void Matcher::Remember(const Frame& frame, std::size_t end) {
+    if (!memory_ || !program_->code[frame.address - 1].remember) return;
     const std::size_t first = scanner_.SkipBlanks(frame.position);
     memory_->insert_or_assign({frame.callee, first}, Remembered{end, reads_ != frame.count, last_});
 }

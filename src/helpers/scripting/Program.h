@@ -45,10 +45,11 @@ struct Instruction {
     Operation operation = Operation::kFail;
     bool store = false;
     bool append = false;
-    bool mayLoop = false;           // a call that can come back here without having read anything
-    bool tail = false;              // a call with nothing behind it in its rule
-    std::uint32_t target = kNone;   // an instruction, or a line to report
-    std::uint32_t lexem = kNone;    // index into lexems
+    bool mayLoop = false;          // a call that can come back here without having read anything
+    bool remember = false;         // a call of a recursive rule: a search remembers what it came to
+    bool tail = false;             // a call with nothing behind it in its rule
+    std::uint32_t target = kNone;  // an instruction, or a line to report
+    std::uint32_t lexem = kNone;   // index into lexems
     std::uint32_t keyword = kNone;  // index into keywords
     CharacterSet first;  // kChoice: what its first alternative may begin with; no table: anything
 };

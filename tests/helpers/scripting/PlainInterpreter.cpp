@@ -48,6 +48,15 @@ std::wstring Preprocess(std::string_view bytes) {
     return text;
 }
 
+void Interpreter::TakeText(std::wstring text) {
+    text_ = std::move(text);
+    position = 0;
+    lastKind = 0;
+    lastText.clear();
+    reportedLines.clear();
+    steps = 0;
+}
+
 bool Interpreter::get_lexem(std::uint32_t kind, std::wstring& text) {
     const auto found = grammar_.Lexems().find(kind);
     if (found == grammar_.Lexems().end()) return false;

@@ -23,7 +23,8 @@ public:
     Interpreter(std::wstring text, std::wstring blanks, helpers::scripting::Grammar grammar)
         : text_(std::move(text)), blanks_(std::move(blanks)), grammar_(std::move(grammar)) {}
 
-    void TakeText(std::wstring text) { *this = Interpreter(std::move(text), blanks_, grammar_); }
+    // Starts over with another text.
+    void TakeText(std::wstring text);
 
     bool get_lexem(std::uint32_t kind, std::wstring& text);
     bool get_expression(std::uint32_t rule, std::vector<std::wstring>& out);

@@ -1,0 +1,244 @@
+// Reading single lexems, with definitions of the tests' own and with those of compositions.
+
+#include <gtest/gtest.h>
+
+#include <limits>
+
+#include "compositions/language/CompInterpreter.h"
+#include "compositions/language/ScriptCharacters.h"
+#include "helpers/scripting/TestLanguage.h"
+
+namespace {
+
+using compositions::CompInterpreter;
+using helpers::scripting::kNoPosition;
+using helpers::scripting::LexemDefinition;
+using test_language::TestScript;
+namespace characters = compositions::characters;
+
+struct Row {
+    std::uint32_t kind;
+    const char* input;
+    bool read;
+    const wchar_t* text;
+    std::size_t position;
+};
+
+class CompositionLexem : public testing::TestWithParam<Row> {};
+
+TEST_P(CompositionLexem, IsReadAsItsDefinitionSays) {
+    const Row& row = GetParam();
+    CompInterpreter interpreter{std::string_view(row.input)};
+    std::wstring text = L"untouched";
+    EXPECT_EQ(interpreter.get_lexem(row.kind, text), row.read);
+    EXPECT_EQ(text, row.read ? row.text : L"untouched");
+    EXPECT_EQ(interpreter.Position(), row.position);
+}
+
+using namespace compositions;
+INSTANTIATE_TEST_SUITE_P(
+    Every, CompositionLexem,
+    testing::Values(
+        Row{LxDigits, "12_3 4", true, L"12_3", 4}, Row{LxDigits, "1.5", true, L"1", 1},
+        Row{LxDigits, "12\"", true, L"12", 2}, Row{LxDigits, " x", false, L"", 1},
+        Row{LxDigits, "12a", true, L"12", 2}, Row{LxMinus, "-5", true, L"-", 1},
+        Row{LxMinus, "- 5", true, L"- ", 2}, Row{LxMinus, "-a", false, L"", kNoPosition},
+        Row{LxPlus, "++", true, L"+", 1}, Row{LxPlus, "-", false, L"", 0},
+        Row{LxPoint, ".5", true, L".", 1}, Row{LxPoint, ". \"", true, L". ", 2},
+        Row{LxPoint, ".x", false, L"", kNoPosition}, Row{LxIdent, "  Name=", true, L"Name", 6},
+        Row{LxIdent, "_", true, L"_", 1}, Row{LxIdent, "CAM_1.", true, L"CAM_1", 5},
+        Row{LxIdent, "a\xE9<#/ b", true, L"a\xFFE9<#/", 5}, Row{LxIdent, "1a", false, L"", 0},
+        Row{LxOpenBracket, "[a", true, L"[", 1}, Row{LxOpenBracket, "[[7a", true, L"[[7", 3},
+        Row{LxOpenBracket, "[", true, L"[", 1}, Row{LxCloseBracket, "] ", true, L"]", 1},
+        Row{LxCloseBracket, "]", true, L"]", 1}, Row{LxCloseBracket, "]\r\n", true, L"]", 1},
+        Row{LxCloseBracket, "]= ", false, L"", 0}, Row{LxCloseBracket, "]] ", false, L"", 0},
+        Row{LxCloseBracket, "];", false, L"", 0}, Row{LxQuote, "\"abc\"", true, L"\"", 1},
+        Row{LxStringBody, "abc\"", true, L"abc", 3}, Row{LxStringBody, "\"", false, L"", 0},
+        Row{LxStringBody, "  a =+_\xE9 \"", true, L"a =+_\xFFE9 ", 9},
+        Row{LxStringBody, "+a\"", false, L"", 0}, Row{LxStringBody, "_a\"", false, L"", 0},
+        Row{LxStringBody, "abc", false, L"", kNoPosition}, Row{LxEquals, "==", true, L"=", 1},
+        Row{LxPercent, " %%", true, L"%", 2}, Row{LxComma, ",,", true, L",", 1},
+        Row{LxColon, ":", true, L":", 1}, Row{LxOpenBrace, "{{", true, L"{", 1},
+        Row{LxCloseBrace, "}}", true, L"}", 1}, Row{LxOpenParen, "((", true, L"(", 1},
+        Row{LxCloseParen, "))", true, L")", 1}, Row{LxCloseParen, "(", false, L"", 0},
+        Row{1, "1", false, L"", 0}, Row{5, "x", false, L"", 0}, Row{99, "x", false, L"", 0},
+        Row{0xFFFFFFFF, "x", false, L"", 0}));
+
+TEST(Lexer, QuoteBodyQuoteAreThreeLexems) {
+    CompInterpreter interpreter(std::string_view("\"abc\""));
+    std::wstring text;
+    EXPECT_TRUE(interpreter.get_lexem(LxQuote, text));
+    EXPECT_TRUE(interpreter.get_lexem(LxStringBody, text));
+    EXPECT_EQ(text, L"abc");
+    EXPECT_EQ(interpreter.Position(), 4u);
+    EXPECT_TRUE(interpreter.get_lexem(LxQuote, text));
+    EXPECT_EQ(text, L"\"");
+    EXPECT_EQ(interpreter.Position(), 5u);
+}
+
+TEST(Lexer, NothingIsReadWhereOnlyBlanksAndTheZeroRemain) {
+    for (std::uint32_t kind = 0; kind < 60; ++kind) {
+        CompInterpreter interpreter(std::string_view("  \t\r\n"));
+        std::wstring text = L"untouched";
+        EXPECT_FALSE(interpreter.get_lexem(kind, text)) << kind;
+        EXPECT_EQ(text, L"untouched");
+    }
+}
+
+TEST(Lexer, TheLastLexemIsKeptUntilAnotherIsRead) {
+    CompInterpreter interpreter(std::string_view("Name = 5"));
+    EXPECT_TRUE(interpreter.LexemRead());
+    EXPECT_EQ(interpreter.LastLexemText(), L"");
+    std::wstring text;
+    ASSERT_TRUE(interpreter.get_lexem(LxIdent, text));
+    EXPECT_FALSE(interpreter.get_lexem(LxDigits, text));
+    EXPECT_EQ(interpreter.LastLexemKind(), LxIdent);
+    EXPECT_EQ(interpreter.LastLexemText(), L"Name");
+    EXPECT_TRUE(interpreter.LexemRead());
+}
+
+TEST(Lexer, NoPositionFailsUntilThePositionIsSet) {
+    CompInterpreter interpreter(std::string_view("-x 5"));
+    std::wstring text;
+    interpreter.SetPosition(3);
+    ASSERT_TRUE(interpreter.get_lexem(LxDigits, text));
+    interpreter.SetPosition(kNoPosition);
+    EXPECT_FALSE(interpreter.get_lexem(LxDigits, text));
+    EXPECT_FALSE(interpreter.find_expression(LxDigits, false));
+    EXPECT_EQ(interpreter.Position(), kNoPosition);
+    interpreter.SetPosition(0);
+    EXPECT_TRUE(interpreter.find_expression(LxDigits, false));
+}
+
+TEST(Lexer, PositionsBehindTheEndReadNothing) {
+    CompInterpreter interpreter(std::string_view("abc"));
+    std::wstring text;
+    std::vector<std::wstring> pieces;
+    for (const std::size_t position : {std::size_t{5}, std::size_t{6}, std::size_t{1} << 40}) {
+        interpreter.SetPosition(position);
+        EXPECT_FALSE(interpreter.get_lexem(LxIdent, text));
+        EXPECT_FALSE(interpreter.get_expression(LxIdent, pieces));
+        EXPECT_FALSE(interpreter.find_expression(LxIdent, true));
+        EXPECT_EQ(interpreter.Position(), position);
+    }
+}
+
+// Every combination of what is kept and consumed, of "<ab>c" cut from "<" to ">".
+struct Flags {
+    bool keepFirst, keepStop, skipStop;
+    const wchar_t* text;
+    std::size_t position;
+};
+
+class LexemFlags : public testing::TestWithParam<Flags> {};
+
+TEST_P(LexemFlags, DecideTextAndPosition) {
+    const Flags& flags = GetParam();
+    TestScript script(std::string_view(" <ab>cde"), L" ");
+    ASSERT_TRUE(script.add_lexem({5, L"<", L">", flags.keepFirst, flags.keepStop, flags.skipStop}));
+    std::wstring text;
+    ASSERT_TRUE(script.get_lexem(5, text));
+    EXPECT_EQ(text, flags.text);
+    EXPECT_EQ(script.Position(), flags.position);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Every, LexemFlags,
+    testing::Values(Flags{true, false, false, L"<ab", 4}, Flags{true, false, true, L"<ab", 5},
+                    Flags{true, true, false, L"<ab>", 6}, Flags{true, true, true, L"<ab>", 6},
+                    Flags{false, false, false, L"ab", 3}, Flags{false, false, true, L"ab", 4},
+                    Flags{false, true, false, L"ab>", 5}, Flags{false, true, true, L"ab>", 5}));
+
+TEST(Lexer, ALexemIsAtLeastOneCharacterLong) {
+    TestScript script(std::string_view("<x"), L" ");
+    ASSERT_TRUE(script.add_lexem({1, L"<", L"<", false}));
+    std::wstring text;
+    ASSERT_TRUE(script.get_lexem(1, text));
+    EXPECT_EQ(text, L"x");
+    EXPECT_EQ(script.Position(), 1u);
+}
+
+TEST(Lexer, AnEmptyDroppedLexemAtTheEndStaysInsideTheText) {
+    TestScript script(std::string_view("<"), L" ");
+    ASSERT_TRUE(script.add_lexem({1, L"<", L"<", false, true, true}));
+    std::wstring text = L"x";
+    ASSERT_TRUE(script.get_lexem(1, text));
+    EXPECT_EQ(text, L"");
+    EXPECT_EQ(script.Position(), 2u);
+    EXPECT_FALSE(script.get_lexem(1, text));
+}
+
+TEST(Lexer, AStopSetOfTheBlanksInAnotherOrderStillMeansOneCharacter) {
+    TestScript script(std::string_view("]a ] "), L" \n");
+    ASSERT_TRUE(script.add_lexem({1, L"]", L"\n  "}));
+    std::wstring text;
+    EXPECT_FALSE(script.get_lexem(1, text));
+    EXPECT_EQ(script.Position(), 0u);
+    script.SetPosition(2);
+    EXPECT_TRUE(script.get_lexem(1, text));
+    EXPECT_EQ(text, L"]");
+    EXPECT_EQ(script.Position(), 4u);
+}
+
+TEST(Lexer, CharactersAboveALatinByteWork) {
+    TestScript script(std::string_view("a"), L" ");
+    ASSERT_TRUE(script.add_lexem({1, L"\xFFE9\x0416", L"\x0416 "}));
+    std::wstring text;
+    EXPECT_FALSE(script.get_lexem(1, text));
+    CompInterpreter other(std::string_view("\xE9x \xFF "));
+    ASSERT_TRUE(other.add_lexem({100, L"\xFFE9\xFFFF", L" "}));
+    EXPECT_TRUE(other.get_lexem(100, text));
+    EXPECT_EQ(text, L"\xFFE9x");
+    EXPECT_TRUE(other.get_lexem(100, text));
+    EXPECT_EQ(text, L"\xFFFF");
+}
+
+TEST(Lexer, MoreSetsThanFitOneTableWork) {
+    std::string bytes;
+    TestScript script(std::string_view("z"), L" ");
+    for (std::uint32_t kind = 0; kind < 200; ++kind) {
+        const auto start = static_cast<wchar_t>(0x30 + kind);
+        ASSERT_TRUE(script.add_lexem({kind, std::wstring(1, start), L"z"}));
+    }
+    std::wstring text;
+    for (std::uint32_t kind = 0; kind < 200; ++kind) {
+        EXPECT_EQ(script.get_lexem(kind, text), kind == 'z' - 0x30u) << kind;
+        script.SetPosition(0);
+    }
+}
+
+TEST(Lexer, ATakenNumberIsRefusedAndChangesNothing) {
+    TestScript script(std::string_view("ab,"), L" ");
+    EXPECT_TRUE(script.add_lexem({7, L"a", L","}));
+    EXPECT_FALSE(script.add_lexem({7, L"x", L"y"}));
+    EXPECT_FALSE(script.add_lexem({0xFFFFFFFF, L"x", L"y"}));
+    std::wstring text;
+    EXPECT_TRUE(script.get_lexem(7, text));
+    EXPECT_EQ(text, L"ab");
+    EXPECT_EQ(script.Tables().SymbolCount(), 8u);
+}
+
+TEST(Characters, ClassesHaveTheirPublishedLengths) {
+    EXPECT_EQ(characters::kBlanks.size(), 4u);
+    EXPECT_EQ(characters::kDigits.size(), 10u);
+    EXPECT_EQ(characters::kDigitsQuote.size(), 11u);
+    EXPECT_EQ(characters::kLetters.size(), 52u);
+    EXPECT_EQ(characters::kIdentStart.size(), 53u);
+    EXPECT_EQ(characters::kAfterNumber.size(), 72u);
+    EXPECT_EQ(characters::kAfterIdent.size(), 20u);
+    EXPECT_EQ(characters::kAfterOpenBracket.size(), 56u);
+    EXPECT_EQ(characters::kAnyScriptChar.size(), 82u);
+    EXPECT_EQ(characters::kStringStart.size(), 80u);
+}
+
+TEST(Characters, NoByteAbove127IsInAClass) {
+    for (const std::wstring_view set : {characters::kIdentStart, characters::kAnyScriptChar,
+                                        characters::kStringStart, characters::kAfterNumber}) {
+        for (unsigned code = 0x80; code < 0x100; ++code) {
+            EXPECT_EQ(set.find(static_cast<wchar_t>(code)), set.npos);
+            EXPECT_EQ(set.find(static_cast<wchar_t>(0xFF00 + code)), set.npos);
+        }
+    }
+}
+
+}  // namespace
