@@ -20,6 +20,9 @@ enum class SettingsResult { kOk, kMoreData, kFailed };
 // The root of the current user's settings; never closed.
 SettingsKey CurrentUserSettings();
 
+// What people call the store: the registry's root, or the file's path.
+std::wstring SettingsStore();
+
 // Null on failure. `access` bits are those of the system's registry.
 SettingsKey OpenSettingsKey(SettingsKey parent, const std::wstring& path, std::uint32_t access);
 SettingsKey CreateSettingsKey(SettingsKey parent, const std::wstring& path, std::uint32_t access);

@@ -6,15 +6,13 @@
 #include "helpers/report/Report.h"
 #include "platform/LibraryAttach.h"
 #include "platform/MachineFlag.h"
+#include "platform/OwnerByte.h"
 #include "tarnex/ITarnex.h"
 #include "tarnex/TarnexImpl.h"
 
 namespace {
 
 constexpr char kGetTarnex[] = "tarnex::GetTarnex";
-
-// False once this process was found to be the second one with the library loaded.
-bool g_TarnexOwner = true;
 
 // Storage that static termination leaves alone: the manager, the factory and every plug-in object
 // they hold live until the process ends, because plug-in code must not run that late.
@@ -31,13 +29,13 @@ void platform::OnLibraryAttach() noexcept {
     if (platform::TakeMachineFlag()) {
         g_Tarnex.manager = std::make_shared<tarnex::TarnexImpl>();
     } else {
-        g_TarnexOwner = false;
+        platform::OwnerByte() = 0;
     }
 }
 
 extern "C" tarnex::_eError GetTarnex(std::shared_ptr<tarnex::ITarnex>& out) {
     try {
-        if (g_TarnexOwner) {
+        if (platform::OwnerByte() != 0) {
             out = g_Tarnex.manager;
         } else {
             // The refusal shows in the log and in the untouched `out` alone: hosts rely on the code

@@ -143,6 +143,10 @@ bool FindValue(const Key& key, const std::wstring& name, Bytes& bytes) {
 
 }  // namespace
 
+std::wstring SettingsStore() {
+    return ToWide(SettingsFile().string(), CodePage::kUtf8);
+}
+
 SettingsKey CurrentUserSettings() {
     return &Root();
 }

@@ -144,6 +144,20 @@ LONG WINAPI EndAtOnce(EXCEPTION_POINTERS* exception) {
     return EXCEPTION_EXECUTE_HANDLER;
 }
 
+// The loader swallows a crash of a library that it is starting, so such a crash ends the process
+// before anybody can.
+LONG WINAPI EndAtOnceWhenFatal(EXCEPTION_POINTERS* exception) {
+    switch (exception->ExceptionRecord->ExceptionCode) {
+        case EXCEPTION_ACCESS_VIOLATION:
+        case EXCEPTION_ILLEGAL_INSTRUCTION:
+        case EXCEPTION_INT_DIVIDE_BY_ZERO:
+        case EXCEPTION_STACK_OVERFLOW:
+            return EndAtOnce(exception);
+        default:
+            return EXCEPTION_CONTINUE_SEARCH;
+    }
+}
+
 }  // namespace
 
 ChildResult RunChild(const ChildRequest& request) {
@@ -177,6 +191,7 @@ ChildResult RunChild(const ChildRequest& request) {
 void CrashQuietly() {
     SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOGPFAULTERRORBOX | SEM_NOOPENFILEERRORBOX);
     SetUnhandledExceptionFilter(EndAtOnce);
+    AddVectoredExceptionHandler(1, EndAtOnceWhenFatal);
 }
 
 void EndProcess(int code) {

@@ -11,6 +11,10 @@ HKEY Native(SettingsKey key) {
 
 }  // namespace
 
+std::wstring SettingsStore() {
+    return L"HKEY_CURRENT_USER";
+}
+
 SettingsKey CurrentUserSettings() {
     return HKEY_CURRENT_USER;
 }

@@ -12,6 +12,8 @@ CommandSpec InfoCommand();
 CommandSpec InfoChildCommand();
 CommandSpec ProbeCommand();
 CommandSpec ProbeChildCommand();
+CommandSpec DoctorCommand();
+CommandSpec OwnershipChildCommand();
 CommandSpec LogCommand();
 CommandSpec CompletionCommand();
 CommandSpec ManPageCommand();

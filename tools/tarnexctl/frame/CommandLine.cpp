@@ -30,10 +30,12 @@ void AddOption(CLI::App& app, const OptionSpec& spec, Slots& slots) {
     }
     slot.option = app.add_option(OptionNames(spec), slot.values);
     // One value per mention: what follows may be the command's own argument.
-    slot.option->expected(1);
-    slot.option->multi_option_policy(spec.repeats ? CLI::MultiOptionPolicy::TakeAll
-                                                  : CLI::MultiOptionPolicy::TakeLast);
-    if (spec.repeats) slot.option->allow_extra_args(false)->expected(1, 1 << 20);
+    slot.option->allow_extra_args(false);
+    if (spec.repeats) {
+        slot.option->expected(1, CLI::detail::expected_max_vector_size);
+    } else {
+        slot.option->expected(1)->multi_option_policy(CLI::MultiOptionPolicy::TakeLast);
+    }
     if (!spec.choices.empty()) slot.option->check(CLI::IsMember(spec.choices));
 }
 

@@ -10,6 +10,7 @@ const std::vector<CommandSpec>& CommandTable() {
         ListCommand(),
         InfoCommand(),
         ProbeCommand(),
+        DoctorCommand(),
         LogCommand(),
         CompletionCommand(),
         ManPageCommand(),
@@ -18,6 +19,7 @@ const std::vector<CommandSpec>& CommandTable() {
         ListChildCommand(),
         InfoChildCommand(),
         ProbeChildCommand(),
+        OwnershipChildCommand(),
     };
     // clang-format on
     return kTable;

@@ -33,11 +33,11 @@ void CheckFile(Diagnosis& diagnosis) {
         return refuse("P103", std::string("it is for ") + SystemOf(image.format) + ", this is " +
                                   SystemOf(OwnImage().format));
     }
-    if (!image.problem.empty()) refuse("P102", image.problem);
+    if (!image.problem.empty()) return refuse("P102", image.problem);
     if (image.machine != OwnImage().machine) {
         refuse("P104", "it is for " + image.machine + ", this is " + OwnImage().machine);
     }
-    if (!image.isLibrary && image.problem.empty()) refuse("P112", "");
+    if (!image.isLibrary) refuse("P112", "");
 }
 
 void CheckDependencies(Diagnosis& diagnosis) {

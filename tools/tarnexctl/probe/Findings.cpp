@@ -122,6 +122,22 @@ const std::vector<FindingKind>& FindingKinds() {
         {"P902", kError, "hangs", "Attach a debugger at the step that is named."},
         {"P903", kError, "ends its process",
          "Never call exit, abort or terminate in a plug-in: the host goes with it."},
+        // The machine.
+        {"D101", kNote, "tracing is off", "Set Enabled to 1 to get a log."},
+        {"D102", kWarning, "tracing is on, but lets nothing through",
+         "Set Level to 2, or to a mask that contains it."},
+        {"D103", kError, "no folder for the log can be written",
+         "Give the host's user the right to write beside the program."},
+        {"D104", kNote, "the ownership is taken",
+         "Only one process at a time may use the library: end the owner to start another host."},
+        {"D105", kError, "the ownership is taken by a process that was itself refused",
+         "The owner is gone, but others keep the library loaded: end those too."},
+        {"D106", kWarning, "the library cannot be asked",
+         "Name it with --library; \"tarnexctl probe\" says why a library does not load."},
+        {"D107", kError, "a setting is too long", "Shorten it to at most 259 characters."},
+        {"D108", kWarning, "the ownership is taken by an unknown process",
+         "It may belong to another user: look as an administrator."},
+        {"D109", kWarning, "a folder cannot be written", "Archives cannot be put there."},
     };
     return kKinds;
 }

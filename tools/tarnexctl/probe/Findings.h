@@ -1,7 +1,7 @@
 #pragma once
 
-// Everything that can be found wrong with a plug-in library. Codes are stable: programs and people
-// refer to them.
+// Everything that can be found wrong with a plug-in library (P) or with the machine (D). Codes are
+// stable: programs and people refer to them.
 
 #include <string>
 #include <vector>

@@ -143,9 +143,9 @@ private:
         if (!Readable() || !Writable() || !value_) return;
         const std::optional<PropertyValue> changed = Different();
         PropertyValue before = form_;
-        if (!changed || IsSame(*changed, *value_) || GetValue(other_, name_, before) != eSuccess) {
-            return;
-        }
+        if (!changed || IsSame(*changed, *value_)) return;
+        (void)SetValue(set_, name_, *value_);  // as it was before anything was written
+        if (GetValue(other_, name_, before) != eSuccess) return;
         if (SetValue(set_, name_, *changed) != eSuccess) return;
         PropertyValue after = form_;
         if (GetValue(other_, name_, after) == eSuccess && !IsSame(before, after)) {
