@@ -3,13 +3,14 @@
 //
 //     host [--enable-log] [plug-in folder [compositions folder]]
 //
-// The plug-in folder is "plugins" beside the program unless given. --enable-log first turns the
-// trace log on.
+// The folders are "plugins" and "compositions" beside the program unless given. --enable-log first
+// turns the trace log on.
 
 #include <cstdio>
 #include <string>
 #include <vector>
 
+#include "Compositions.h"
 #include "EffectTable.h"
 #include "PluginList.h"
 #include "Properties.h"
@@ -84,6 +85,15 @@ void ShowEffects(tarnex::GlobalFXFactory& factory) {
     }
 }
 
+void UseCompositions(tarnex::GlobalFXFactory& factory, const std::filesystem::path& folder) {
+    RegisterCompositions(factory, folder);
+    std::printf("\n%u effects\n", factory.GetFXCount());
+    PrintEffects(factory);
+    ShowCompositions(factory);
+    ReviveComposition(factory, folder);
+    ShowArchive(factory, folder);
+}
+
 void RemoveAndList(tarnex::GlobalFXFactory& factory) {
     std::list<tarnex::EffectRecord> effects;
     if (factory.GetEffects(effects) != tarnex::eSuccess || effects.empty()) {
@@ -114,6 +124,7 @@ int Run(const Options& options) {
         }
         ShowEffects(*factory);
         RemoveAndList(*factory);
+        UseCompositions(*factory, options.compositions);
     }
     UnloadTarnex();
     std::printf("\nThe trace log\n");

@@ -29,4 +29,8 @@ void UnloadTarnex();
 // file). Before the library is loaded; false when the settings cannot be written.
 bool EnableTraceLog();
 
+// Lets scripts that are created by path be written beside themselves as archives, or stops that;
+// for this user or this process, too. False when the settings cannot be written.
+bool WriteArchives(bool on);
+
 }  // namespace host

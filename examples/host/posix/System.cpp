@@ -4,12 +4,24 @@
 
 #include <cstdlib>
 #include <fstream>
+#include <string>
 
 namespace host {
 
 namespace {
 
 void* library = nullptr;
+std::string logSettings;
+std::string archiveSettings;
+
+// The library reads the file that the environment names, anew each time it asks for a setting.
+bool WriteSettings() {
+    const std::filesystem::path file = ProgramFolder() / "host_settings.ini";
+    std::ofstream settings(file);
+    settings << logSettings << archiveSettings;
+    settings.close();
+    return settings.good() && setenv("TARNEX_SETTINGS", file.c_str(), 1) == 0;
+}
 
 }  // namespace
 
@@ -35,11 +47,15 @@ void UnloadTarnex() {
 }
 
 bool EnableTraceLog() {
-    const std::filesystem::path file = ProgramFolder() / "host_settings.ini";
-    std::ofstream settings(file);
-    settings << "[Software\\Tesmar\\Commons\\Log]\nEnabled=dword:1\nLevel=dword:ffffffff\n";
-    settings.close();
-    return settings.good() && setenv("TARNEX_SETTINGS", file.c_str(), 1) == 0;
+    logSettings = "[Software\\Tesmar\\Commons\\Log]\nEnabled=dword:1\nLevel=dword:ffffffff\n";
+    return WriteSettings();
+}
+
+bool WriteArchives(bool on) {
+    archiveSettings =
+        on ? "[Software\\Tesmar\\VorelEngine\\Settings\\General]\nConvertor=1\nType=1\nSaveFx=1\n"
+           : "";
+    return WriteSettings();
 }
 
 }  // namespace host

@@ -2,6 +2,8 @@
 
 #include <windows.h>
 
+#include <string>
+
 namespace host {
 
 namespace {
@@ -13,6 +15,13 @@ HMODULE library = nullptr;
 bool WriteLogSetting(const wchar_t* name, DWORD value) {
     return RegSetKeyValueW(HKEY_CURRENT_USER, L"Software\\Tesmar\\Commons\\Log", name, REG_DWORD,
                            &value, sizeof value) == ERROR_SUCCESS;
+}
+
+bool WriteArchiveSetting(const wchar_t* name, const std::wstring& value) {
+    return RegSetKeyValueW(HKEY_CURRENT_USER, L"Software\\Tesmar\\VorelEngine\\Settings\\General",
+                           name, REG_SZ, value.c_str(),
+                           static_cast<DWORD>((value.size() + 1) * sizeof(wchar_t))) ==
+           ERROR_SUCCESS;
 }
 
 }  // namespace
@@ -51,6 +60,12 @@ void UnloadTarnex() {
 
 bool EnableTraceLog() {
     return WriteLogSetting(L"Enabled", 1) && WriteLogSetting(L"Level", 0xFFFFFFFF);
+}
+
+bool WriteArchives(bool on) {
+    const std::wstring value = on ? L"1" : L"0";
+    return WriteArchiveSetting(L"Convertor", value) && WriteArchiveSetting(L"Type", value) &&
+           WriteArchiveSetting(L"SaveFx", value);
 }
 
 }  // namespace host
