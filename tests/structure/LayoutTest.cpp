@@ -1,4 +1,4 @@
-// The order of the virtual operations is a binary contract with separately built hosts and
+// The order of the virtual operations is a binary interface with separately built hosts and
 // plug-ins. It is the same whether the compiler keeps overloads together in reverse order of
 // declaration (MSVC) or in plain order of declaration (the Itanium ABI).
 
