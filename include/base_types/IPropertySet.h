@@ -32,6 +32,8 @@ public:
     // ePropertyNotFound, ePropertyNoAccessForReading, ePropertyNoAccessForWriting,
     // ePointerCastFailure for another form than the property's own or a null pointer.
     //
+    // A string is set from an std::wstring: a literal would be taken for a bool, see below.
+    //
     // GetPropertyRange and GetPropertyDefault need no access right. ePropertyMinMaxNotSpecified or
     // ePropertyDefaultValNotSpecified when the property has none.
     //
@@ -114,6 +116,10 @@ public:
         return eNotImplemented;
     }
 #endif
+
+    // No slot. A pointer, a string literal for one, would silently become the bool `true`.
+    template <class T>
+    _eError SetProperty(const std::wstring& name, const T* value) = delete;
 
     // Copies every value of `source`, property by property in name order, into this set; both are
     // expected to hold the same names. The caller keeps `source` from changing meanwhile.

@@ -45,6 +45,10 @@ public:
     PropertyError SetProperty(const std::wstring& name, float value) override;
     PropertyError SetProperty(const std::wstring& name, std::int32_t value) override;
 
+    // A pointer, a string literal for one, would silently become the bool `true`.
+    template <class T>
+    PropertyError SetProperty(const std::wstring& name, const T* value) = delete;
+
     PropertyError GetPropertyRange(const std::wstring& name, std::int64_t* min,
                                    std::int64_t* max) override;
     PropertyError GetPropertyRange(const std::wstring& name, float* min, float* max) override;

@@ -75,6 +75,10 @@ public:
     _eError SetProperty(const std::wstring& name, const std::int64_t& value, bool force = false);
     _eError SetProperty(const std::wstring& name, const std::wstring& value, bool force = false);
 
+    // A pointer, a string literal for one, would silently become the bool `true`.
+    template <class T>
+    _eError SetProperty(const std::wstring& name, const T* value) = delete;
+
     // Range and default ask for no access right and report nothing. ePropertyNotFound,
     // ePropertyMinMaxNotSpecified, ePropertyDefaultValNotSpecified; ePointerCastFailure for another
     // form than the property's own or a null pointer.

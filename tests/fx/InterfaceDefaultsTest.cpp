@@ -52,6 +52,22 @@ TEST_F(InterfaceDefaults, RenderCostThrows) {
     }
 }
 
+template <class Set, class Value>
+constexpr bool kTakes = requires(Set set, const Value& value) {
+    set.SetProperty(L"Name", value);
+};
+
+// A pointer would become the bool `true`.
+TEST_F(InterfaceDefaults, LiteralIsNoValueOfAProperty) {
+    static_assert(!kTakes<fx::IBaseFX&, wchar_t[5]> && !kTakes<fx::IBaseFX&, char[5]>);
+    static_assert(!kTakes<test::FormsEffect&, wchar_t[5]> && !kTakes<fx::IBaseFX&, int*>);
+    static_assert(!kTakes<base_types::PropertySet&, wchar_t[5]>);
+    static_assert(kTakes<fx::IBaseFX&, std::wstring> && kTakes<fx::IBaseFX&, bool>);
+    static_assert(kTakes<fx::IBaseFX&, int> && kTakes<base_types::PropertySet&, float>);
+    EXPECT_EQ(effect.SetProperty(L"String", std::wstring(L"text")), base_types::eSuccess);
+    EXPECT_EQ(effect.SetProperty(L"Int", 0), base_types::eSuccess);
+}
+
 TEST_F(InterfaceDefaults, RawDefaultIsNotImplemented) {
     std::int32_t value = 5;
     EXPECT_EQ(effect.GetPropertyDefault(L"Int", static_cast<void*>(&value)),
