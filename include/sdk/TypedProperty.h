@@ -93,9 +93,9 @@ public:
         : RawProperty(std::vector<unsigned char>(static_cast<std::size_t>(size > 0 ? size : 0)),
                       access) {}
 
-    // Bound to `size` bytes at `bytes`.
+    // Bound to `size` bytes at `bytes`; to none when `size` is negative.
     RawProperty(void* bytes, std::int32_t size, std::uint32_t access = kReadWrite)
-        : Property({size, 0, access, ePropertyRaw}, bytes) {}
+        : Property({size > 0 ? size : 0, 0, access, ePropertyRaw}, bytes) {}
 
     void* Value() override { return Storage(); }
 

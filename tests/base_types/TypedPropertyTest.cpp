@@ -114,6 +114,11 @@ TEST(RawProperty, IsBoundToBytesOfTheEffect) {
 TEST(RawProperty, NegativeSizeHoldsNothing) {
     RawProperty property(-5);
     EXPECT_EQ(property.Info().size, 0);
+    unsigned char byte = 7;
+    RawProperty bound(&byte, -5);
+    EXPECT_EQ(bound.Info().size, 0);
+    bound.Assign("x");
+    EXPECT_EQ(byte, 7);
 }
 
 }  // namespace
