@@ -64,6 +64,19 @@ TEST_F(GlobalFactory, RemovedEffectStaysListedAndCanBeCreated) {
     EXPECT_THAT(LogAfterwards(), IsEmpty());
 }
 
+TEST(EqualNames, RemovalMarksTheFirstOfThemOnly) {
+    Sandbox sandbox;
+    Host host(sandbox);
+    sandbox.AddPlugins({"plain"});
+    host.Start("plain.plugin|plain.plugin|");
+    for (int times = 0; times < 2; ++times) {
+        EXPECT_EQ(host.Do({"remove", "plain.first"}), "0");
+        EXPECT_EQ(host.Do({"list"}),
+                  "0\n0 4 1 off plain.first\n1 4 1 on plain.second\n"
+                  "2 4 1 on plain.first\n3 4 1 on plain.second");
+    }
+}
+
 TEST_F(GlobalFactory, RemovingAnUnknownNameIsReported) {
     EXPECT_EQ(host_.Do({"remove", "Plain.first"}), "5");
     EXPECT_EQ(host_.Do({"remove", "plain.firs"}), "5");

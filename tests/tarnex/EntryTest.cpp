@@ -2,7 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
+#include <new>
 #include <string>
+#include <utility>
 
 #include "helpers/report/Report.h"
 #include "platform/LibraryAttach.h"
@@ -12,7 +15,7 @@
 namespace {
 
 std::string reports;
-bool reportThrows = false;
+std::function<void()> failReport;  // once
 
 }  // namespace
 
@@ -21,9 +24,8 @@ bool platform::TakeMachineFlag() {
 }
 
 tarnex::_eError helpers::ReportTarnexError(tarnex::_eError code, const char* operation) {
-    if (reportThrows) {
-        reportThrows = false;
-        throw tarnex::Exception(tarnex::eGenericError);
+    if (const auto fail = std::exchange(failReport, nullptr)) {
+        fail();
     }
     reports += std::to_string(code) + " " + operation + "\n";
     return code;
@@ -53,10 +55,18 @@ TEST(Entry, ManagerExceptionIsReportedAndItsCodeReturned) {
     platform::OnLibraryAttach();
     std::shared_ptr<tarnex::ITarnex> out;
     reports.clear();
-    reportThrows = true;
+    failReport = [] { throw tarnex::Exception(tarnex::eGenericError); };
     EXPECT_EQ(GetTarnex(out), tarnex::eGenericError);
     EXPECT_EQ(out, nullptr);
     EXPECT_EQ(reports, "10 tarnex::GetTarnex\n");
+}
+
+TEST(Entry, OtherExceptionsAreNotCaught) {
+    platform::OnLibraryAttach();
+    std::shared_ptr<tarnex::ITarnex> out;
+    failReport = [] { throw std::bad_alloc(); };
+    EXPECT_THROW(GetTarnex(out), std::bad_alloc);
+    EXPECT_EQ(out, nullptr);
 }
 
 }  // namespace

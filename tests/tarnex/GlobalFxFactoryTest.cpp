@@ -5,6 +5,7 @@
 
 #include <gmock/gmock.h>
 
+#include "compositions/CompositionFactory.h"
 #include "helpers/report/CapturedOutput.h"
 #include "platform/Module.h"
 #include "support/Text.h"
@@ -18,13 +19,32 @@ using test_support::Fault;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-// An explicit instantiation may name what is private: the one way to the factory's own list.
-template <auto Member>
-struct OwnList {
-    friend std::list<EffectRecord>& ListOf(GlobalFXFactory& factory) { return factory.*Member; }
+// An explicit instantiation may name what is private: the one way to the factory's own list, and to
+// its composition factory.
+using Compositions = std::shared_ptr<compositions::CompositionFactory>;
+template <auto Effects, auto Factory>
+struct Private {
+    friend std::list<EffectRecord>& ListOf(GlobalFXFactory& factory) { return factory.*Effects; }
+    friend Compositions& CompositionsOf(GlobalFXFactory& factory) { return factory.*Factory; }
 };
 std::list<EffectRecord>& ListOf(GlobalFXFactory& factory);
-template struct OwnList<&GlobalFXFactory::effects_>;
+Compositions& CompositionsOf(GlobalFXFactory& factory);
+template struct Private<&GlobalFXFactory::effects_, &GlobalFXFactory::compositionFactory_>;
+
+// The library's own answers every failure with a code; what it calls may be anybody's.
+class ThrowingCompositions : public compositions::CompositionFactory {
+public:
+    explicit ThrowingCompositions(Fault fault) : CompositionFactory(L""), fault_(fault) {}
+
+    fx::_eError CreateFX(const std::wstring&, std::shared_ptr<fx::IBaseFX>&) override {
+        AllocationFault failing(fault_, 1);
+        static_cast<void>(std::make_unique<int>());
+        return fx::eSuccess;
+    }
+
+private:
+    Fault fault_;
+};
 
 std::wstring PluginFolder() {
     const auto bin = test_support::PathFromUtf8(test_support::Utf8(platform::ExecutablePath()));
@@ -105,6 +125,41 @@ TEST_F(GlobalFxFactory, ExceptionOutOfRegistrationIsReportedUnderItsName) {
     EXPECT_THAT(captured::TakeTraced(),
                 ElementsAre(start + L"<eGenericError>", start + L"<eVorelExceptionCatched>",
                             start + L"<eGenericException>"));
+}
+
+TEST_F(GlobalFxFactory, ExceptionOutOfCreationByPathGivesItsCodeAndLeavesThePointer) {
+    std::shared_ptr<fx::IBaseFX> out;
+    ASSERT_EQ(factory_.CreateFX(0, out), fx::eSuccess);
+    const fx::IBaseFX* before = out.get();
+    const auto code = [&](Fault fault) {
+        CompositionsOf(factory_) = std::make_shared<ThrowingCompositions>(fault);
+        return factory_.CreateFX(L"any path", out);
+    };
+    EXPECT_EQ(code(Fault::kEffectException), fx::eTimeout);
+    EXPECT_EQ(code(Fault::kManagerException), fx::eGenericException);
+    EXPECT_EQ(code(Fault::kEngineException), fx::eGenericException);
+    EXPECT_EQ(code(Fault::kBadAlloc), fx::eGenericException);
+    EXPECT_EQ(out.get(), before);
+    const std::wstring generic = L"Operation returned error <eGenericException>";
+    EXPECT_THAT(captured::TakeTraced(),
+                ElementsAre(L"Operation returned error <eTimeout>", generic, generic, generic));
+    const std::string where =
+        " file: GlobalFxFactory, line: (210) name: tarnex::GlobalFXFactory::CreateFX\n";
+    const std::string unknown = "Exception catched: (...)" + where;
+    EXPECT_THAT(captured::TakeDebugged(),
+                ElementsAre("Exception catched: (" + std::to_string(fx::eTimeout) + ")" + where,
+                            unknown, unknown, unknown));
+}
+
+TEST_F(GlobalFxFactory, FactoryThatIsNotValidLeavesThePointer) {
+    std::shared_ptr<fx::IBaseFX> out;
+    ASSERT_EQ(factory_.CreateFX(0, out), fx::eSuccess);
+    const fx::IBaseFX* before = out.get();
+    GlobalFXFactory broken(PluginFolder(), L"entry_throws.plugin|", L"", 0);
+    EXPECT_EQ(broken.CreateFX(0, out), fx::eInvalidFxFactoryObject);
+    EXPECT_EQ(broken.CreateFX(~std::uint64_t{0}, out), fx::eInvalidFxFactoryObject);
+    EXPECT_EQ(broken.CreateFX(L"any path", out), fx::eInvalidFxFactoryObject);
+    EXPECT_EQ(out.get(), before);
 }
 
 TEST_F(GlobalFxFactory, MemoryRunningOutAtAnyPointOfConstructionLeavesAUsableObject) {
