@@ -59,8 +59,6 @@ Sandbox::Sandbox() {
     }
     fs::create_directories(folder_);
     fs::copy_file(BinFolder() / test_support::kTarnexFile, folder_ / test_support::kTarnexFile);
-    const fs::path probe = fs::path("host_probe") +=
-        fs::path(platform::ExecutablePath()).extension();
     fs::copy_file(BinFolder() / ProbeFile(), folder_ / ProbeFile());
 }
 
@@ -106,8 +104,6 @@ Host::Host(const Sandbox& sandbox, const test_support::ScopedLogSettings* log)
     if (log != nullptr) {
         options.environment = log->Environment();
     }
-    const fs::path probe = fs::path("host_probe") +=
-        fs::path(platform::ExecutablePath()).extension();
     process_ = std::make_unique<test_support::ChildProcess>(folder_ / ProbeFile(), options);
 }
 
