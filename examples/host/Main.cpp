@@ -30,11 +30,10 @@ struct Options {
     std::filesystem::path compositions = ProgramFolder() / "compositions";
 };
 
-Options ReadOptions(int count, char** arguments) {
+Options ReadOptions(const std::vector<std::filesystem::path>& arguments) {
     Options options;
     std::vector<std::filesystem::path*> folders = {&options.compositions, &options.plugins};
-    for (int i = 1; i < count; ++i) {
-        const std::string argument = arguments[i];
+    for (const std::filesystem::path& argument : arguments) {
         if (argument == "--enable-log") {
             options.enableLog = true;
         } else if (!folders.empty()) {
@@ -138,5 +137,5 @@ int Run(const Options& options) {
 
 int main(int count, char** arguments) {
     host::PrepareOutput();
-    return host::Run(host::ReadOptions(count, arguments));
+    return host::Run(host::ReadOptions(host::Arguments(count, arguments)));
 }

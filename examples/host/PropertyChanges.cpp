@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <cstdio>
 #include <vector>
 
@@ -46,7 +47,8 @@ void ChangeTyped(IPropertySet& properties, const std::wstring& name, Value value
 
 // A property of none of the typed forms: its bytes, reversed.
 void ChangeRaw(IPropertySet& properties, const std::wstring& name, const PropertyInfo& info) {
-    std::vector<unsigned char> bytes(static_cast<std::size_t>(info.size));
+    // The size is what a plug-in says.
+    std::vector<unsigned char> bytes(static_cast<std::size_t>(std::max(info.size, 0)));
     std::int32_t copied = 0;
     const base_types::_eError read = properties.GetProperty(name, bytes.data(), info.size, &copied);
     const std::vector<unsigned char> reversed(bytes.rbegin(), bytes.rend());

@@ -3,6 +3,7 @@
 // The few things this host asks of the operating system.
 
 #include <filesystem>
+#include <vector>
 
 #include "tarnex/ITarnex.h"
 
@@ -14,6 +15,9 @@ extern const char* const kLibraryFile;   // the plug-in manager library
 extern const char* const kPluginSuffix;  // of plug-in libraries
 
 std::filesystem::path ProgramFolder();
+
+// The program's arguments without its name, whatever letters they hold.
+std::vector<std::filesystem::path> Arguments(int count, char** arguments);
 
 // Makes UTF-8 on standard output readable.
 void PrepareOutput();

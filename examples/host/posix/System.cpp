@@ -32,6 +32,10 @@ std::filesystem::path ProgramFolder() {
     return std::filesystem::read_symlink("/proc/self/exe").parent_path();
 }
 
+std::vector<std::filesystem::path> Arguments(int count, char** arguments) {
+    return {arguments + 1, arguments + count};
+}
+
 void PrepareOutput() {}
 
 GetTarnexFunction LoadTarnex(const std::filesystem::path& file) {

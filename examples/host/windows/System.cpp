@@ -2,6 +2,8 @@
 
 #include <windows.h>
 
+#include <shellapi.h>
+
 #include <string>
 
 namespace host {
@@ -33,6 +35,15 @@ std::filesystem::path ProgramFolder() {
     std::wstring path(32768, L'\0');
     path.resize(GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size())));
     return std::filesystem::path(path).parent_path();
+}
+
+std::vector<std::filesystem::path> Arguments(int, char**) {
+    // The narrow ones have lost every letter that the code page lacks.
+    int count = 0;
+    wchar_t** const arguments = CommandLineToArgvW(GetCommandLineW(), &count);
+    std::vector<std::filesystem::path> all(arguments + 1, arguments + count);
+    LocalFree(arguments);
+    return all;
 }
 
 void PrepareOutput() {
