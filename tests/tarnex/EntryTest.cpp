@@ -10,6 +10,7 @@
 #include "helpers/report/Report.h"
 #include "platform/LibraryAttach.h"
 #include "platform/MachineFlag.h"
+#include "platform/OwnerByte.h"
 #include "tarnex/TarnexImpl.h"
 
 namespace {
@@ -21,6 +22,11 @@ std::function<void()> failReport;  // once
 
 bool platform::TakeMachineFlag() {
     return false;
+}
+
+unsigned char& platform::OwnerByte() {
+    static unsigned char owner = 1;
+    return owner;
 }
 
 tarnex::_eError helpers::ReportTarnexError(tarnex::_eError code, const char* operation) {
