@@ -32,7 +32,7 @@ std::vector<std::filesystem::path> Scripts(const std::filesystem::path& folder) 
 void Register(tarnex::GlobalFXFactory& factory, const std::wstring& composition, bool isPath) {
     const tarnex::_eError code = factory.RegisterEffect(composition, isPath);
     std::printf("  %-24s %s\n",
-                Utf8(std::filesystem::path(composition).filename().wstring()).c_str(),
+                Utf8(composition.substr(composition.find_last_of(L"/\\") + 1)).c_str(),
                 Name(code).c_str());
 }
 
@@ -58,8 +58,8 @@ void ShowFirst(tarnex::GlobalFXFactory& factory, std::uint32_t flags, const char
 std::shared_ptr<fx::IBaseFX> CreateByPath(tarnex::GlobalFXFactory& factory,
                                           const std::filesystem::path& file) {
     std::shared_ptr<fx::IBaseFX> effect;
-    const fx::_eError code = factory.CreateFX(file.wstring(), effect);
-    std::printf("  from %-20s %s\n", Utf8(file.filename().wstring()).c_str(), Name(code).c_str());
+    const fx::_eError code = factory.CreateFX(Wide(file), effect);
+    std::printf("  from %-20s %s\n", Utf8(Wide(file.filename())).c_str(), Name(code).c_str());
     return effect;
 }
 
@@ -67,16 +67,15 @@ std::shared_ptr<fx::IBaseFX> CreateByPath(tarnex::GlobalFXFactory& factory,
 
 void RegisterCompositions(tarnex::GlobalFXFactory& factory, const std::filesystem::path& folder) {
     const std::vector<std::filesystem::path> scripts = Scripts(folder);
-    std::printf("\nRegister the %zu scripts of %s\n", scripts.size(),
-                Utf8(folder.wstring()).c_str());
+    std::printf("\nRegister the %zu scripts of %s\n", scripts.size(), Utf8(Wide(folder)).c_str());
     for (const std::filesystem::path& script : scripts) {
         // The last one by its path, to show both ways.
         const bool byPath = script == scripts.back();
-        Register(factory, byPath ? script.wstring() : script.filename().wstring(), byPath);
+        Register(factory, byPath ? Wide(script) : Wide(script.filename()), byPath);
     }
     std::printf("Register one again, and one that is not there\n");
     if (!scripts.empty()) {
-        Register(factory, scripts.front().filename().wstring(), false);
+        Register(factory, Wide(scripts.front().filename()), false);
     }
     Register(factory, L"no_such_script.txt", false);
 }
@@ -90,13 +89,13 @@ void ShowCompositions(tarnex::GlobalFXFactory& factory) {
 void ReviveComposition(tarnex::GlobalFXFactory& factory, const std::filesystem::path& folder) {
     const std::vector<std::filesystem::path> scripts = Scripts(folder);
     std::shared_ptr<fx::IBaseFX> effect;
-    if (scripts.empty() || factory.CreateFX(scripts.front().wstring(), effect) != fx::eSuccess) {
+    if (scripts.empty() || factory.CreateFX(Wide(scripts.front()), effect) != fx::eSuccess) {
         return;
     }
     const std::wstring& name = effect->GetDescriptor()->id;
     std::printf("\nRemove and revive %s\n", Utf8(name).c_str());
     std::printf("  remove: %s\n", Name(factory.RemoveEffect(name)).c_str());
-    Register(factory, scripts.front().filename().wstring(), false);
+    Register(factory, Wide(scripts.front().filename()), false);
 }
 
 void ShowArchive(tarnex::GlobalFXFactory& factory, const std::filesystem::path& folder) {
@@ -118,7 +117,7 @@ void ShowArchive(tarnex::GlobalFXFactory& factory, const std::filesystem::path& 
         std::printf("  the settings cannot be put back\n");
     }
     const auto size = std::filesystem::file_size(archive, missing);
-    std::printf("  %s: %ju bytes\n", Utf8(archive.filename().wstring()).c_str(),
+    std::printf("  %s: %ju bytes\n", Utf8(Wide(archive.filename())).c_str(),
                 missing ? std::uintmax_t{0} : size);
     if (const auto effect = CreateByPath(factory, archive)) {
         Describe("archived", *effect);

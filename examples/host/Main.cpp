@@ -53,11 +53,11 @@ std::shared_ptr<tarnex::GlobalFXFactory> BuildFactory(GetTarnexFunction getTarne
         return nullptr;
     }
     const std::wstring list = PluginList(options.plugins);
-    std::printf("Plug-ins in %s\n  %s\n\n", Utf8(options.plugins.wstring()).c_str(),
+    std::printf("Plug-ins in %s\n  %s\n\n", Utf8(Wide(options.plugins)).c_str(),
                 Utf8(list).c_str());
     std::shared_ptr<tarnex::GlobalFXFactory> factory;
-    const tarnex::_eError code = manager->GetFXFactory(options.plugins.wstring(), list,
-                                                       options.compositions.wstring(), 0, factory);
+    const tarnex::_eError code =
+        manager->GetFXFactory(Wide(options.plugins), list, Wide(options.compositions), 0, factory);
     if (code != tarnex::eSuccess) {
         std::printf("No effect factory: %s\n", Name(code).c_str());
     }

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "System.h"
+#include "Text.h"
 
 namespace host {
 
@@ -18,7 +19,7 @@ std::wstring PluginList(const std::filesystem::path& folder) {
     std::sort(names.begin(), names.end());
     std::wstring list;
     for (const auto& name : names) {
-        list += name.wstring() + L"|";
+        list += Wide(name) + L"|";
     }
     return list;
 }

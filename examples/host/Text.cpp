@@ -39,6 +39,17 @@ std::string Utf8(const std::wstring& text) {
     return bytes;
 }
 
+std::wstring Wide(const std::filesystem::path& path) {
+    // The path's own widening knows ASCII alone on some systems, whatever the locale.
+    if constexpr (sizeof(wchar_t) == sizeof(char16_t)) {
+        const std::u16string units = path.u16string();
+        return {units.begin(), units.end()};
+    } else {
+        const std::u32string characters = path.u32string();
+        return {characters.begin(), characters.end()};
+    }
+}
+
 #define TARNEX_CASE(code, name) \
     case name:                  \
         return #name;

@@ -2,6 +2,7 @@
 
 // Texts for people: wide texts as UTF-8, and error codes by name.
 
+#include <filesystem>
 #include <string>
 
 #include "tarnex/Errors.h"
@@ -9,6 +10,9 @@
 namespace host {
 
 std::string Utf8(const std::wstring& text);
+
+// A path as the manager takes it. Throws for a name that is no text at all.
+std::wstring Wide(const std::filesystem::path& path);
 
 // The enumerator's own name.
 std::string Name(tarnex::_eError code);

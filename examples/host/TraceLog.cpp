@@ -22,7 +22,7 @@ void PrintTraceLog(const std::filesystem::path& folder) {
         std::printf("  no log (run with --enable-log)\n");
         return;
     }
-    std::printf("  %s\n", Utf8(newest.wstring()).c_str());
+    std::printf("  %s\n", Utf8(Wide(newest)).c_str());
     std::ifstream log(newest);
     for (std::string line; std::getline(log, line);) {
         std::printf("  | %s\n", line.c_str());
