@@ -25,8 +25,9 @@ public:
     TraceMessage(const TraceMessage&) = delete;
     TraceMessage& operator=(const TraceMessage&) = delete;
 
-    TraceMessage& Append(std::string_view text);  // ANSI code page
-    TraceMessage& Append(std::wstring_view text);
+    // A piece for which there is no memory is left out.
+    TraceMessage& Append(std::string_view text) noexcept;  // ANSI code page
+    TraceMessage& Append(std::wstring_view text) noexcept;
 
     // The two formatting settings that every new message puts back to 6 and 10.
     static std::int32_t FormatPrecision();

@@ -24,21 +24,30 @@ TraceMessage::TraceMessage(std::uint32_t level) : level_(level) {
 TraceMessage::~TraceMessage() {
     static_cast<void>(reserved_);
     try {
-        text_ += L'\n';
+        // Appending left room for it; where there was no memory, a line ends so all the same.
+        if (text_.size() < text_.capacity()) text_ += L'\n';
         WriteToTracer(level_ == 0 ? kDefaultLevel : level_, text_);
         if (SecondLog::IsOn()) SecondLog::Append(text_);
     } catch (...) {
-        // No memory for the last character: a message less is better than a process less.
+        // No memory for the second log: a message less is better than a process less.
     }
 }
 
-TraceMessage& TraceMessage::Append(std::string_view text) {
-    text_ += platform::ToWide(text, platform::CodePage::kAnsi);
-    return *this;
+TraceMessage& TraceMessage::Append(std::string_view text) noexcept {
+    try {
+        return Append(platform::ToWide(text, platform::CodePage::kAnsi));
+    } catch (...) {
+        return *this;  // without this piece
+    }
 }
 
-TraceMessage& TraceMessage::Append(std::wstring_view text) {
-    text_ += text;
+TraceMessage& TraceMessage::Append(std::wstring_view text) noexcept {
+    try {
+        text_.reserve(text_.size() + text.size() + 1);  // with the line feed that closing adds
+        text_ += text;
+    } catch (...) {
+        // Without this piece.
+    }
     return *this;
 }
 
