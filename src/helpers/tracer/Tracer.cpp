@@ -102,10 +102,11 @@ void Tracer::SetHandles(std::uint64_t stopEvent, std::uint64_t thread) {
     std::memcpy(layout_.thread, &thread, sizeof thread);
 }
 
-std::uint64_t Tracer::ThreadHandle() const {
-    std::uint64_t thread;
-    std::memcpy(&thread, layout_.thread, sizeof thread);
-    return thread;
+bool Tracer::IsLeftBehind() const {
+    // A tracer that is only disabled has its event all the same.
+    std::uint64_t stopEvent;
+    std::memcpy(&stopEvent, layout_.stopEvent, sizeof stopEvent);
+    return IsClosed() && stopEvent == 0;
 }
 
 void Tracer::InitializeBuffers() {

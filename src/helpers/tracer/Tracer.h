@@ -38,8 +38,8 @@ public:
     bool IsSwitching() const;
     void EndSwitching();
 
-    // The handle of the log's thread; 0 when none runs.
-    std::uint64_t ThreadHandle() const;
+    // Whether no module runs the tracer any more: who ran it closed it and left.
+    bool IsLeftBehind() const;
 
     // Whether a foreign block can hold a tracer at all.
     bool IsPlausible() const;

@@ -20,8 +20,7 @@ public:
         if (outcome == process_singleton::Outcome::kAbsent) return;
         platform::OnFork(&ServiceAttachment::Abandon);
         TracerLayout& layout = block_.Block()->tracer;
-        const Tracer tracer(layout);
-        const bool leftBehind = tracer.IsClosed() && tracer.ThreadHandle() == 0;
+        const bool leftBehind = Tracer(layout).IsLeftBehind();
         PublishTracer(layout);
         if (outcome == process_singleton::Outcome::kOpened && !leftBehind) return;
         try {

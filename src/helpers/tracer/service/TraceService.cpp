@@ -50,13 +50,14 @@ void TraceService::StartThread() {
     } catch (...) {
         namesFailure_ = std::current_exception();
     }
+    tracer_.SetRunning(true);  // before the thread, which may have something to report at once
     started_ = system_.startThread(thread_, &TraceService::sDumpThread, this);
-    if (!started_) {
+    if (started_) {
+        tracer_.SetHandles(stopEvent_.Handle(), thread_.Handle());
+    } else {
+        tracer_.SetRunning(false);
         tracer_.SetClosed(true);  // nobody would ever empty the buffers
-        return;
     }
-    tracer_.SetHandles(stopEvent_.Handle(), thread_.Handle());
-    tracer_.SetRunning(true);
 }
 
 void TraceService::sDumpThread(void* service) {

@@ -1,0 +1,92 @@
+// Messages as producers see them. The tracer is one in memory of its own.
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <limits>
+#include <regex>
+#include <sstream>
+
+#include "MemoryLog.h"
+#include "helpers/tracer/ModuleTracer.h"
+#include "helpers/tracer/SecondLog.h"
+#include "helpers/tracer/TraceMessage.h"
+#include "platform/NativePath.h"
+#include "platform/SettingsStore.h"
+
+namespace {
+
+using helpers::TraceMessage;
+using testing::ElementsAre;
+
+class TraceMessageTest : public testing::Test {
+protected:
+    TraceMessageTest() { helpers::PublishTracer(*test_.layout); }
+    ~TraceMessageTest() override { helpers::WithdrawTracer(); }
+    std::vector<std::string> Lines() {
+        test_.writer->Finish();
+        return test_.sink.Lines();
+    }
+    test_tracer::TestTracer test_;
+};
+
+// No string is that long, so the memory for it is refused whatever the machine has.
+const std::wstring_view kEndless(L"x", std::numeric_limits<std::size_t>::max() / 4);
+
+TEST_F(TraceMessageTest, NarrowAndWidePiecesMakeOneLine) {
+    TraceMessage().Append("narrow, ").Append(std::wstring_view(L"wide")).Append(".");
+    EXPECT_THAT(Lines(), ElementsAre("narrow, wide."));
+}
+
+TEST_F(TraceMessageTest, LevelZeroCountsAsTwo) {
+    test_.tracer.SetLevelMask(2);
+    TraceMessage(0).Append("zero");
+    TraceMessage(1).Append("one");
+    TraceMessage(2).Append("two");
+    EXPECT_THAT(Lines(), ElementsAre("zero", "two"));
+}
+
+TEST_F(TraceMessageTest, OpeningOneResetsTheFormat) {
+    TraceMessage::SetFormat(3, 16);
+    const TraceMessage message;
+    EXPECT_EQ(TraceMessage::FormatPrecision(), 6);
+    EXPECT_EQ(TraceMessage::FormatRadix(), 10);
+}
+
+TEST_F(TraceMessageTest, PieceWithoutMemoryIsLeftOut) {
+    EXPECT_NO_THROW(TraceMessage().Append("before ").Append(kEndless).Append("after"));
+    EXPECT_THAT(Lines(), ElementsAre("before after"));
+}
+
+TEST_F(TraceMessageTest, SecondLogGetsTheTextsOfAllMessages) {
+    const test_platform::TempFolder folder;
+    const std::filesystem::path file = folder.Path() / "second.log";
+    test_.tracer.SetLevelMask(0);
+    helpers::SecondLog::SetFile(platform::WidePath(file.native()));
+    TraceMessage().Append("one");
+    TraceMessage(8).Append("two");
+    helpers::SecondLog::SetFile(L"");
+    TraceMessage().Append("three");
+    std::ifstream stream(file);
+    std::stringstream text;
+    text << stream.rdbuf();
+    EXPECT_TRUE(std::regex_match(text.str(), std::regex("one\r?\ntwo\r?\n")));
+    EXPECT_THAT(Lines(), ElementsAre());
+}
+
+TEST_F(TraceMessageTest, SecondLogThatCannotBeOpenedIsDoneWithout) {
+    const test_platform::TempFolder folder;
+    helpers::SecondLog::SetFile(platform::WidePath((folder.Path() / "none" / "log").native()));
+    TraceMessage().Append("one");
+    helpers::SecondLog::SetFile(L"");
+    EXPECT_THAT(Lines(), ElementsAre("one"));
+}
+
+TEST_F(TraceMessageTest, WithoutATracerItIsDropped) {
+    helpers::WithdrawTracer();
+    TraceMessage().Append("nobody");
+    EXPECT_THAT(Lines(), ElementsAre());
+}
+
+}  // namespace
