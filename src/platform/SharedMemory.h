@@ -31,7 +31,7 @@ public:
 private:
     void* data_ = nullptr;
     std::size_t size_ = 0;
-    [[maybe_unused]] std::intptr_t handle_ = 0;  // not every system's body needs it
+    std::intptr_t handle_ = 0;
     std::string name_;
 };
 

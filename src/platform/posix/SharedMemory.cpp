@@ -1,12 +1,16 @@
 #include "platform/SharedMemory.h"
 
+#include <dirent.h>
 #include <fcntl.h>
+#include <signal.h>
+#include <sys/file.h>
 #include <sys/mman.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 
 namespace platform {
@@ -30,6 +34,41 @@ std::string StartTime() {
     return std::string(field + 1, std::strcspn(field + 1, " \n"));
 }
 
+// Whether this is `ours`, up to its process and start time, of a process that is no more.
+bool IsLeftBehind(const std::string& name, const std::string& ours) {
+    const auto processAt = [](const std::string& text) {
+        const std::size_t startTime = text.rfind('_');
+        if (startTime == std::string::npos || startTime == 0) return std::string::npos;
+        return text.rfind('_', startTime - 1);
+    };
+    const std::size_t process = processAt(name);
+    if (process == std::string::npos || processAt(ours) != process) return false;
+    if (name.compare(0, process, ours, 0, process) != 0) return false;
+    const long id = std::strtol(name.c_str() + process + 1, nullptr, 10);
+    return id > 0 && kill(static_cast<pid_t>(id), 0) != 0 && errno == ESRCH;
+}
+
+// Every module that uses a memory keeps it locked shared, which ends with its process however that
+// ended, and which those see, too, who number processes differently.
+bool IsUnused(const std::string& name) {
+    const int file = shm_open(name.c_str(), O_RDWR, 0);
+    if (file < 0) return false;
+    const bool unused = flock(file, LOCK_EX | LOCK_NB) == 0;
+    close(file);
+    return unused;
+}
+
+// Removes what processes that were killed left behind. Others' are out of reach, and stay.
+void Sweep(const std::string& ours) {
+    DIR* folder = opendir("/dev/shm");
+    if (folder == nullptr) return;
+    while (const dirent* entry = readdir(folder)) {
+        const std::string name = std::string("/") + entry->d_name;
+        if (IsLeftBehind(name, ours) && IsUnused(name)) shm_unlink(name.c_str());
+    }
+    closedir(folder);
+}
+
 // A new one of that size, or the one that is there; -1 on failure, with errno set.
 int OpenMemory(const std::string& name, bool mayCreate, std::size_t size, bool& created) {
     created = false;
@@ -38,6 +77,7 @@ int OpenMemory(const std::string& name, bool mayCreate, std::size_t size, bool& 
     const int file = shm_open(name.c_str(), O_RDWR | O_CREAT | O_EXCL, 0600);
     if (file < 0) return -1;
     created = true;
+    Sweep(name);
     if (ftruncate(file, static_cast<off_t>(size)) == 0) return file;
     const int error = errno;
     close(file);
@@ -67,8 +107,12 @@ SharedMemory::Outcome SharedMemory::Attach(const std::string& name, bool mayCrea
     if (file < 0 && errno == ENOENT && !mayCreate) return Outcome::kMissing;
     data_ = file >= 0 ? Map(file, size) : nullptr;
     error = data_ == nullptr ? static_cast<std::uint32_t>(errno) : 0;
-    if (file >= 0) close(file);
-    if (data_ == nullptr) return Outcome::kFailed;
+    if (data_ == nullptr) {
+        if (file >= 0) close(file);
+        return Outcome::kFailed;
+    }
+    flock(file, LOCK_SH | LOCK_NB);
+    handle_ = file;
     size_ = size;
     return created ? Outcome::kCreated : Outcome::kOpened;
 }
@@ -76,6 +120,7 @@ SharedMemory::Outcome SharedMemory::Attach(const std::string& name, bool mayCrea
 void SharedMemory::Close(bool last) {
     if (data_ == nullptr) return;
     munmap(data_, size_);
+    close(static_cast<int>(handle_));
     data_ = nullptr;
     if (last) shm_unlink(name_.c_str());
 }
