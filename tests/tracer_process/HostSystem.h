@@ -1,0 +1,30 @@
+#pragma once
+
+// What the host process asks of the system beyond loading libraries.
+
+#include <cstdint>
+#include <string>
+
+namespace trace_host {
+
+// From here on the debugger output of this process goes to its standard error.
+void CaptureDebugOutput();
+
+// Whether the library of that file is still in the process.
+bool IsLoaded(const std::wstring& file);
+
+// Open handles or descriptors, threads, and mapped pieces of memory, as "handles threads maps".
+struct Usage {
+    std::uint64_t handles = 0;
+    std::uint64_t threads = 0;
+    std::uint64_t mappings = 0;
+};
+Usage CountUsage();
+
+// Ends the process from inside, as a host that calls the system itself.
+[[noreturn]] void ExitProcessNow(int code);
+
+// How many steps the tracer's thread, by the handle in its block, runs below the calling one.
+int PriorityBelowOwn(std::uint64_t thread);
+
+}  // namespace trace_host

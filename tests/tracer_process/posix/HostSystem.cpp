@@ -1,0 +1,67 @@
+#include "tracer_process/HostSystem.h"
+
+#include <dlfcn.h>
+#include <sys/resource.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <string>
+
+#include "platform/NativePath.h"
+
+namespace trace_host {
+namespace {
+
+std::uint64_t EntriesIn(const char* folder) {
+    std::uint64_t count = 0;
+    for ([[maybe_unused]] const auto& entry : std::filesystem::directory_iterator(folder)) ++count;
+    return count;
+}
+
+}  // namespace
+
+// The product writes there itself when the environment says so.
+void CaptureDebugOutput() {
+    setenv("TARNEX_DEBUG_OUTPUT", "1", 1);
+}
+
+bool IsLoaded(const std::wstring& file) {
+    void* module = dlopen(platform::NativePath(file).c_str(), RTLD_NOW | RTLD_NOLOAD);
+    if (module != nullptr) dlclose(module);
+    return module != nullptr;
+}
+
+Usage CountUsage() {
+    Usage usage;
+    usage.handles = EntriesIn("/proc/self/fd");
+    usage.threads = EntriesIn("/proc/self/task");
+    std::ifstream maps("/proc/self/maps");
+    // Blocks and libraries alone: the heap's own pieces come and go.
+    for (std::string line; std::getline(maps, line);) {
+        if (line.find("/dev/shm/") != std::string::npos ||
+            line.find("trace_") != std::string::npos) {
+            ++usage.mappings;
+        }
+    }
+    return usage;
+}
+
+void ExitProcessNow(int code) {
+    std::exit(code);
+}
+
+// The tracer's thread is the only other one.
+int PriorityBelowOwn(std::uint64_t) {
+    const int own = getpriority(PRIO_PROCESS, static_cast<id_t>(gettid()));
+    int lowest = own;
+    for (const auto& task : std::filesystem::directory_iterator("/proc/self/task")) {
+        const auto id = static_cast<id_t>(std::stoul(task.path().filename().string()));
+        lowest = std::max(lowest, getpriority(PRIO_PROCESS, id));
+    }
+    return lowest - own;
+}
+
+}  // namespace trace_host

@@ -1,0 +1,63 @@
+#include "tracer_process/HostSystem.h"
+
+#include <windows.h>
+
+#include <tlhelp32.h>
+
+#include <cstring>
+
+namespace trace_host {
+namespace {
+
+constexpr DWORD kDebugText = 0x40010006;  // a narrow text for the debugger: length and address
+
+LONG CALLBACK OnException(EXCEPTION_POINTERS* exception) {
+    const EXCEPTION_RECORD& record = *exception->ExceptionRecord;
+    if (record.ExceptionCode != kDebugText) return EXCEPTION_CONTINUE_SEARCH;
+    const auto* text = reinterpret_cast<const char*>(record.ExceptionInformation[1]);
+    DWORD written = 0;
+    WriteFile(GetStdHandle(STD_ERROR_HANDLE), text, static_cast<DWORD>(std::strlen(text)), &written,
+              nullptr);
+    return EXCEPTION_CONTINUE_EXECUTION;
+}
+
+}  // namespace
+
+void CaptureDebugOutput() {
+    AddVectoredExceptionHandler(1, &OnException);
+}
+
+bool IsLoaded(const std::wstring& file) {
+    return GetModuleHandleW(file.c_str()) != nullptr;
+}
+
+Usage CountUsage() {
+    Usage usage;
+    DWORD handles = 0;
+    GetProcessHandleCount(GetCurrentProcess(), &handles);
+    usage.handles = handles;
+    const HANDLE snapshot = CreateToolhelp32Snapshot(TH32CS_SNAPTHREAD, 0);
+    THREADENTRY32 entry = {};
+    entry.dwSize = sizeof entry;
+    for (BOOL more = Thread32First(snapshot, &entry); more; more = Thread32Next(snapshot, &entry)) {
+        if (entry.th32OwnerProcessID == GetCurrentProcessId()) ++usage.threads;
+    }
+    CloseHandle(snapshot);
+    MEMORY_BASIC_INFORMATION region = {};
+    for (char* address = nullptr; VirtualQuery(address, &region, sizeof region) != 0;
+         address = static_cast<char*>(region.BaseAddress) + region.RegionSize) {
+        if (region.State == MEM_COMMIT && region.Type == MEM_MAPPED) ++usage.mappings;
+    }
+    return usage;
+}
+
+void ExitProcessNow(int code) {
+    ExitProcess(static_cast<UINT>(code));
+}
+
+int PriorityBelowOwn(std::uint64_t thread) {
+    return GetThreadPriority(GetCurrentThread()) -
+           GetThreadPriority(reinterpret_cast<HANDLE>(thread));
+}
+
+}  // namespace trace_host
