@@ -33,4 +33,8 @@ if(TARNEX_SANITIZE)
   target_compile_options(tarnex_options INTERFACE -fsanitize=${TARNEX_SANITIZE}
     -fno-sanitize-recover=all -fno-omit-frame-pointer)
   target_link_options(tarnex_options INTERFACE -fsanitize=${TARNEX_SANITIZE})
+  if(TARNEX_SANITIZE MATCHES undefined)
+    # A host links nothing of the library, so it has no type information of the library's classes.
+    target_compile_options(tarnex_options INTERFACE -fno-sanitize=vptr)
+  endif()
 endif()
