@@ -147,6 +147,7 @@ void Cycle(const Words& words) {
     for (int i = 0; i < 3; ++i) once();  // whatever the system keeps from the first time on
     const Usage before = CountUsage();
     for (unsigned i = 0; i < Number(words[2]); ++i) once();
+    AwaitGone(words[1]);
     // A thread of the system's is given a moment to be gone.
     Usage after = CountUsage();
     for (int i = 0; i < 2000 && after.threads > before.threads; ++i) {
