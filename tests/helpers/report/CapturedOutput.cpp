@@ -50,12 +50,12 @@ TraceMessage::~TraceMessage() {
     }
 }
 
-TraceMessage& TraceMessage::Append(std::string_view text) {
+TraceMessage& TraceMessage::Append(std::string_view text) noexcept {
     text_ += platform::ToWide(text, platform::CodePage::kAnsi);
     return *this;
 }
 
-TraceMessage& TraceMessage::Append(std::wstring_view text) {
+TraceMessage& TraceMessage::Append(std::wstring_view text) noexcept {
     text_ += text;
     return *this;
 }
