@@ -34,6 +34,10 @@ int RunProgram(const std::filesystem::path& program, const std::vector<std::stri
 
 void UnloadModule(void* module);
 
+// Keeps a desktop for as long as this process lives. A system that starts one for the first process
+// that initialises components may lock that process up if it ends meanwhile.
+void KeepDesktop();
+
 // "trace_library" to the system's file name.
 std::string LibraryFileName(const std::string& name);
 

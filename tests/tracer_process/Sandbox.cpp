@@ -36,6 +36,7 @@ std::string WithoutFrame(const std::string& line) {
 
 Sandbox::Sandbox(const std::wstring& folder)
     : folder_(temp_.Path() / fs::path(platform::NativePath(folder))) {
+    test_platform::KeepDesktop();
     fs::create_directories(folder_);
     const fs::path source = test_platform::ProgramFolder();
     fs::copy_file(source / HostFile(), folder_ / HostFile());

@@ -73,6 +73,8 @@ void UnloadModule(void* module) {
     dlclose(module);
 }
 
+void KeepDesktop() {}
+
 std::string LibraryFileName(const std::string& name) {
     return "lib" + name + ".so";
 }

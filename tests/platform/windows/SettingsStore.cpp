@@ -55,6 +55,10 @@ void UnloadModule(void* module) {
     FreeLibrary(static_cast<HMODULE>(module));
 }
 
+void KeepDesktop() {
+    GetDesktopWindow();
+}
+
 std::string LibraryFileName(const std::string& name) {
     return name + ".dll";
 }
