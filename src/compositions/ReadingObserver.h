@@ -39,6 +39,9 @@ struct Statement {
     std::uint32_t rule;
     ByteRange range;
     StatementOutcome outcome;
+    // What the rule stored, in the order of the script; in TIMELINE the targets, then the value.
+    // Views into the text that OnText told, but for an empty piece and one joined across a gap.
+    std::span<const std::wstring_view> pieces = {};
 };
 
 struct SectionEnd {
@@ -48,7 +51,8 @@ struct SectionEnd {
     // when nothing but blanks was left, or when the header was not found.
     std::uint64_t offset;
     // Rules and lexem kinds that were tried at the offset and did not match: what could have stood
-    // there. For a missing header, the header's rule. Empty behind a refused statement.
+    // there, if the observer wants all of them. For a missing header, the header's rule. Empty
+    // behind a refused statement.
     std::span<const std::uint32_t> expected;
     // The name, word or value that the section refused, in the script's own spelling; empty when
     // none was refused.
@@ -59,6 +63,13 @@ class ReadingObserver {
 public:
     virtual ~ReadingObserver() = default;
 
+    // Asked when a reading starts. Without the expected rules only those are tried that the next
+    // characters allow, and reading takes hardly longer than without an observer.
+    virtual bool WantsExpected() const;
+
+    // The script as it is matched, without comments: before all else, also when it is empty. Valid
+    // as long as the CompositionScript.
+    virtual void OnText(std::wstring_view text);
     // The first place that reads as the section's header, be it within a string.
     virtual void OnHeader(Section section, ByteRange range);
     virtual void OnStatement(const Statement& statement);

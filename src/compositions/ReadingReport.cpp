@@ -6,6 +6,10 @@
 
 namespace compositions {
 
+bool ReadingObserver::WantsExpected() const {
+    return true;
+}
+void ReadingObserver::OnText(std::wstring_view) {}
 void ReadingObserver::OnHeader(Section, ByteRange) {}
 void ReadingObserver::OnStatement(const Statement&) {}
 void ReadingObserver::OnSectionEnd(const SectionEnd&) {}
@@ -25,14 +29,17 @@ void ReadingReport::OnHeader(std::size_t begin, std::size_t end) {
     observer_.OnHeader(section_, RangeOf(begin, end));
 }
 
-void ReadingReport::OnMatch(std::uint32_t rule, std::size_t begin, std::size_t end) {
+void ReadingReport::OnMatch(std::uint32_t rule, std::size_t begin, std::size_t end,
+                            const Pieces& pieces) {
+    pieces_.assign(pieces.begin(), pieces.end());
     rule_ = rule;
     begin_ = begin;
     end_ = end;
     mismatches_.clear();
 }
 
-void ReadingReport::OnMatchMore(std::size_t end) {
+void ReadingReport::OnMatchMore(std::size_t end, const Pieces& pieces) {
+    pieces_.insert(pieces_.end(), pieces.begin(), pieces.end());
     end_ = end;
     mismatches_.clear();
 }
@@ -42,7 +49,7 @@ void ReadingReport::OnMismatch(std::uint32_t rule) {
 }
 
 void ReadingReport::OnStatement(StatementOutcome outcome) {
-    observer_.OnStatement({section_, rule_, RangeOf(begin_, end_), outcome});
+    observer_.OnStatement({section_, rule_, RangeOf(begin_, end_), outcome, pieces_});
 }
 
 void ReadingReport::OnRefusal(std::wstring_view culprit) {

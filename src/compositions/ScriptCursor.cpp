@@ -31,7 +31,7 @@ bool ScriptCursor::ReportedMatch(std::uint32_t rule, Pieces& pieces) {
         report_->OnMismatch(rule);
         return false;
     }
-    report_->OnMatch(rule, begin_, script_.Position());
+    report_->OnMatch(rule, begin_, script_.Position(), pieces);
     return true;
 }
 
@@ -40,7 +40,7 @@ bool ScriptCursor::ReportedMatchMore(std::uint32_t rule, Pieces& pieces) {
         report_->OnMismatch(rule);
         return false;
     }
-    report_->OnMatchMore(script_.Position());
+    report_->OnMatchMore(script_.Position(), pieces);
     return true;
 }
 

@@ -44,12 +44,13 @@ public:
     // Whether the piece, of the statement that was matched last, was written between quotes.
     bool IsQuoted(std::wstring_view piece) const;
 
-    // What can follow; kAny for an observer, who wants to hear of every rule.
+    // What can follow; kAny for an observer who wants to hear of every rule.
     TextForm NextForm() const {
-        return report_ ? TextForm::kAny : FormAt(script_.Text(), script_.Position());
+        return WantsEveryRule() ? TextForm::kAny : FormAt(script_.Text(), script_.Position());
     }
     TextForm NextAssignment() const {
-        return report_ ? TextForm::kAny : FormOfAssignment(script_.Text(), script_.Position());
+        return WantsEveryRule() ? TextForm::kAny
+                                : FormOfAssignment(script_.Text(), script_.Position());
     }
 
     // What became of the statement that was matched last. Refused returns the status given.
@@ -71,6 +72,7 @@ public:
     }
 
 private:
+    bool WantsEveryRule() const { return report_ && report_->WantsExpected(); }
     bool ReportedMatch(std::uint32_t rule, Pieces& pieces);
     bool ReportedMatchMore(std::uint32_t rule, Pieces& pieces);
 

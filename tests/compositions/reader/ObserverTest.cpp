@@ -129,6 +129,59 @@ TEST(Observer, AnUnclosedParenthesisEndsWhereTheNamesDo) {
                                      ", expected 22 40 41 6"));
 }
 
+// What a program that checks many scripts asks for.
+class PieceRecorder : public ReadingObserver {
+public:
+    bool WantsExpected() const override { return false; }
+    void OnText(std::wstring_view text) override { text_ = text; }
+    void OnStatement(const Statement& statement) override {
+        std::string line = "R" + std::to_string(statement.rule) + ":";
+        for (const std::wstring_view piece : statement.pieces) {
+            line += " " + std::string(piece.begin(), piece.end());
+            const bool inText =
+                piece.data() >= text_.data() && piece.data() <= text_.data() + text_.size();
+            EXPECT_TRUE(inText) << line;
+        }
+        told.push_back(line);
+    }
+    void OnSectionEnd(const SectionEnd& end) override { ends.push_back(end.offset); }
+
+    std::vector<std::string> told;
+    std::vector<std::uint64_t> ends;
+
+private:
+    std::wstring_view text_;
+};
+
+TEST(Observer, HearsThePiecesOfEachStatementWhereTheyStandInTheText) {
+    PieceRecorder recorder;
+    const auto script = ReadScript(TextOf({.effects = "E = \"e\"",
+                                           .properties = "READ ; note\n \"p\" = -0.5",
+                                           .timeline = "E.\"p\", E.\"q\" = \"Text\""}),
+                                   &recorder);
+    EXPECT_EQ(script->GetReadStatus(), 0);
+    EXPECT_THAT(recorder.told, Contains("R37: E e"));
+    EXPECT_THAT(recorder.told, Contains("R30: READ p -0.5"));
+    EXPECT_THAT(recorder.told, Contains("R54: E p E q Text"));
+}
+
+TEST(Observer, WithoutTheExpectedRulesHearsTheSameStatementsAndPlaces) {
+    const std::string text = TextOf({.effects = "E = \"e\" F = MIX",
+                                     .structure = "OUTPUT = F(E, MIX)",
+                                     .timeline = "E.\"p\" = {5}"}) +
+                             "[SETUP] OTHER = 3";
+    struct Full : PieceRecorder {
+        bool WantsExpected() const override { return true; }
+    };
+    PieceRecorder quick;
+    Full full;
+    EXPECT_TRUE(ReadScript(text, &quick)->GetDescription() ==
+                ReadScript(text, &full)->GetDescription());
+    EXPECT_EQ(quick.told, full.told);
+    EXPECT_EQ(quick.ends, full.ends);
+    EXPECT_FALSE(quick.ends.empty());
+}
+
 TEST(Observer, ChangesNothingOfWhatIsRead) {
     const std::string text = TextOf({.properties = "\"p\" = 1", .timeline = "E.\"p\" = 5"});
     Recorder recorder(text);
