@@ -181,23 +181,23 @@ void SerializeRegistryValues(Io& io, Map& values) {
 
 template <class Io, class Description>
 void SerializeDescription(Io& io, Description& description) {
-    SerializeNames(io, description.inputs);
-    SerializeEffectInstances(io, description.effectInstances);
-    SerializeNames(io, description.mixes);
-    SerializeMediaSources(io, description.mediaSources);
-    SerializeMappings(io, description.mappings);
-    SerializeProperties(io, description.properties);
-    SerializeEnvelopes(io, description.envelopes);
-    SerializeTimelineEntries(io, description.timelineEntries);
-    SerializeTimelineEvents(io, description.timelineEvents);
-    SerializeStructure(io, description.structure);
-    io.Text(description.name);
-    io.Text(description.category);
-    SerializeNumberedInputs(io, description.numberedInputs);
-    SerializeRegistryValues(io, description.registryValues);
-    io.Flag(description.isFilter);
-    io.Number(description.speed);
-    io.Flag(description.swap);
+    SerializeNames(io.Field(), description.inputs);
+    SerializeEffectInstances(io.Field(), description.effectInstances);
+    SerializeNames(io.Field(), description.mixes);
+    SerializeMediaSources(io.Field(), description.mediaSources);
+    SerializeMappings(io.Field(), description.mappings);
+    SerializeProperties(io.Field(), description.properties);
+    SerializeEnvelopes(io.Field(), description.envelopes);
+    SerializeTimelineEntries(io.Field(), description.timelineEntries);
+    SerializeTimelineEvents(io.Field(), description.timelineEvents);
+    SerializeStructure(io.Field(), description.structure);
+    io.Field().Text(description.name);
+    io.Field().Text(description.category);
+    SerializeNumberedInputs(io.Field(), description.numberedInputs);
+    SerializeRegistryValues(io.Field(), description.registryValues);
+    io.Field().Flag(description.isFilter);
+    io.Field().Number(description.speed);
+    io.Field().Flag(description.swap);
 }
 
 }  // namespace
@@ -207,8 +207,9 @@ void SaveArchiveBody(const CompositionDescription& description, std::string& byt
     SerializeDescription(writer, description);
 }
 
-std::size_t LoadArchiveBody(std::string_view bytes, CompositionDescription& description) {
-    ArchiveByteReader reader(bytes);
+std::size_t LoadArchiveBody(std::string_view bytes, CompositionDescription& description,
+                            std::vector<std::uint64_t>* fields) {
+    ArchiveByteReader reader(bytes, fields);
     SerializeDescription(reader, description);
     return bytes.size() - reader.Left();
 }

@@ -105,7 +105,7 @@ void Narrow(std::wstring_view text, std::uint64_t count, char* to) {
 
 const char* ArchiveByteReader::TakeUnits(std::uint64_t& count) {
     Copy(&count, sizeof count);
-    if (count > Left() / kUnitBytes) throw arch_exception();
+    if (count > Left() / kUnitBytes) RefuseCount(count);
     return Take(count * kUnitBytes);
 }
 
@@ -133,8 +133,13 @@ std::uint64_t ArchiveByteReader::Count(std::uint64_t elementBytes, std::uint64_t
     std::uint64_t count;
     Copy(&count, sizeof count);
     const std::uint64_t room = Left() / elementBytes;
-    if (promised > room || count > room - promised) throw arch_exception();
+    if (promised > room || count > room - promised) RefuseCount(count);
     return count;
+}
+
+// The count was read just now.
+void ArchiveByteReader::RefuseCount(std::uint64_t count) const {
+    throw arch_exception({.offset = position_ - kCountBytes, .isCount = true, .count = count});
 }
 
 void ArchiveByteWriter::Text(std::wstring_view text) {

@@ -11,6 +11,7 @@
 #include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 #include "compositions/ArchiveException.h"
 #include "compositions/UpperName.h"
@@ -30,11 +31,18 @@ class ArchiveByteReader {
 public:
     static constexpr bool kLoading = true;
 
-    // The bytes must outlive the reader.
-    explicit ArchiveByteReader(std::string_view bytes) : bytes_(bytes) {}
+    // The bytes, and the list that each field's offset goes to, must outlive the reader.
+    explicit ArchiveByteReader(std::string_view bytes, std::vector<std::uint64_t>* fields = nullptr)
+        : bytes_(bytes), fields_(fields) {}
 
     // Bytes that are still to be read.
     std::uint64_t Left() const { return bytes_.size() - position_; }
+
+    // The body's next field begins here.
+    ArchiveByteReader& Field() {
+        if (fields_ != nullptr) fields_->push_back(position_);
+        return *this;
+    }
 
     void Number(std::uint32_t& value) { Copy(&value, sizeof value); }
     void Number(std::int32_t& value) { Copy(&value, sizeof value); }
@@ -74,15 +82,17 @@ public:
 
 private:
     const char* Take(std::uint64_t size) {
-        if (size > Left()) throw arch_exception();
+        if (size > Left()) throw arch_exception({.offset = bytes_.size()});
         const char* taken = bytes_.data() + position_;
         position_ += size;
         return taken;
     }
     void Copy(void* value, std::size_t size) { std::memcpy(value, Take(size), size); }
     const char* TakeUnits(std::uint64_t& count);
+    [[noreturn]] void RefuseCount(std::uint64_t count) const;
 
     std::string_view bytes_;
+    std::vector<std::uint64_t>* fields_;
     std::size_t position_ = 0;
     std::wstring scratch_;
 };
@@ -94,6 +104,8 @@ public:
 
     // The bytes must outlive the writer.
     explicit ArchiveByteWriter(std::string& bytes) : bytes_(bytes) {}
+
+    ArchiveByteWriter& Field() { return *this; }
 
     void Number(std::uint32_t value) { Append(&value, sizeof value); }
     void Number(std::int32_t value) { Append(&value, sizeof value); }

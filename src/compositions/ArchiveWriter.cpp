@@ -1,55 +1,10 @@
 #include "compositions/ArchiveWriter.h"
 
-#include <chrono>
-#include <cstdint>
-#include <mutex>
-#include <string_view>
-#include <thread>
-
-#include "compositions/ArchivePath.h"
+#include "compositions/FileReplacement.h"
 #include "compositions/ScriptArchive.h"
-#include "platform/FileMove.h"
-#include "platform/Thread.h"
 
 namespace compositions {
 namespace {
-
-// A temporary file is named after the process that writes it, so that others can tell whether it
-// was left behind. The name is short: a folder may be close to the limits already.
-constexpr std::wstring_view kTemporaryPrefix = L"~tarnex-";
-constexpr std::wstring_view kTemporarySuffix = L".tmp";
-
-constexpr int kMoveAttempts = 20;
-constexpr auto kMovePause = std::chrono::milliseconds(10);
-
-std::wstring TemporaryName(std::uint32_t process) {
-    std::wstring name(kTemporaryPrefix);
-    return name.append(std::to_wstring(process)).append(kTemporarySuffix);
-}
-
-// The process whose temporary file has that name; false when it is none of ours.
-bool ParseTemporaryName(const std::wstring& name, std::uint32_t& process) {
-    std::uint64_t number = 0;
-    for (std::size_t i = kTemporaryPrefix.size(); i < name.size(); ++i) {
-        const wchar_t digit = name[i];
-        if (digit < L'0' || digit > L'9' || number > UINT32_MAX) break;
-        number = number * 10 + static_cast<std::uint64_t>(digit - L'0');
-    }
-    process = static_cast<std::uint32_t>(number);
-    return number <= UINT32_MAX && name == TemporaryName(process);
-}
-
-// Call it while no file of this process is being written.
-void RemoveLeftovers(const std::wstring& folder) {
-    for (const std::wstring& name : platform::ListFolder(folder, std::wstring(kTemporaryPrefix))) {
-        std::uint32_t process;
-        if (!ParseTemporaryName(name, process)) continue;
-        const bool isOwn = process == platform::CurrentProcessId();
-        if (isOwn || !platform::IsProcessAlive(process)) {
-            static_cast<void>(platform::RemoveFile(folder + name));  // the next write tries again
-        }
-    }
-}
 
 bool WriteWhole(const std::wstring& path, const CompositionDescription& description) {
     ScriptArchive archive(path, false);
@@ -58,28 +13,11 @@ bool WriteWhole(const std::wstring& path, const CompositionDescription& descript
     return archive.Close() && written;
 }
 
-bool MoveOver(const std::wstring& from, const std::wstring& to) {
-    for (int attempt = 1;; ++attempt) {
-        const platform::MoveResult result = platform::MoveFileOver(from, to);
-        if (result == platform::MoveResult::kDone) return true;
-        if (result == platform::MoveResult::kFailed || attempt == kMoveAttempts) return false;
-        std::this_thread::sleep_for(kMovePause);
-    }
-}
-
 }  // namespace
 
 bool WriteArchive(const std::wstring& path, const CompositionDescription& description) {
-    static std::mutex oneWrite;
-    const std::lock_guard lock(oneWrite);
-    const PathPieces pieces = SplitPath(path);
-    std::wstring folder(pieces.drive);
-    folder.append(pieces.folder);
-    RemoveLeftovers(folder);
-    const std::wstring temporary = folder + TemporaryName(platform::CurrentProcessId());
-    if (WriteWhole(temporary, description) && MoveOver(temporary, path)) return true;
-    static_cast<void>(platform::RemoveFile(temporary));  // else the next write removes it
-    return false;
+    return ReplaceFile(
+        path, [&](const std::wstring& temporary) { return WriteWhole(temporary, description); });
 }
 
 }  // namespace compositions

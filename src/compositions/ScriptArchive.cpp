@@ -1,19 +1,15 @@
 #include "compositions/ScriptArchive.h"
 
-#include <cstring>
 #include <string_view>
 #include <utility>
 
 #include "compositions/ArchiveBody.h"
 #include "compositions/ArchiveException.h"
+#include "compositions/ArchiveHeader.h"
 #include "platform/FileMove.h"
 
 namespace compositions {
 namespace {
-
-// The terminating zero belongs to the file's signature.
-constexpr char kSignature[] = "ScriptArchive";
-static_assert(sizeof kSignature == 14);
 
 constexpr std::int32_t kNoVersion = -1;
 
@@ -40,16 +36,17 @@ void ScriptArchive::Open(const std::wstring& path) {
 }
 
 void ScriptArchive::WriteHeader() {
-    stream_.write(kSignature, sizeof kSignature);
+    stream_.write(kArchiveSignature.data(), kArchiveSignature.size());
     version_ = kWrittenVersion;
     stream_.write(reinterpret_cast<const char*>(&version_), sizeof version_);
 }
 
 void ScriptArchive::ReadHeader() {
     // Past the stream, so that a file that is no archive leaves its state alone.
-    char signature[sizeof kSignature];
+    char signature[kArchiveSignature.size()];
     const std::streamsize got = stream_.rdbuf()->sgetn(signature, sizeof signature);
-    if (got != sizeof signature || std::memcmp(signature, kSignature, sizeof signature) != 0) {
+    if (got != sizeof signature ||
+        std::string_view(signature, sizeof signature) != kArchiveSignature) {
         stream_.close();
         return;
     }
