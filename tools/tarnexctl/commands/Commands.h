@@ -12,6 +12,7 @@ CommandSpec InfoCommand();
 CommandSpec InfoChildCommand();
 CommandSpec ProbeCommand();
 CommandSpec ProbeChildCommand();
+CommandSpec DumpCommand();
 CommandSpec DoctorCommand();
 CommandSpec OwnershipChildCommand();
 CommandSpec LogCommand();

@@ -9,6 +9,7 @@ const std::vector<CommandSpec>& CommandTable() {
     static const std::vector<CommandSpec> kTable = {
         ListCommand(),
         InfoCommand(),
+        DumpCommand(),
         ProbeCommand(),
         DoctorCommand(),
         LogCommand(),

@@ -8,10 +8,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-std::string InQuotes(const std::string& name) {
-    return "\"" + Printable(ValidUtf8(name)) + "\"";
-}
-
 fs::file_status StatusOf(const fs::path& path, const std::string& name) {
     std::error_code error;
     const fs::file_status status = fs::status(path, error);

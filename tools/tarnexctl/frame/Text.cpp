@@ -92,6 +92,10 @@ std::string Printable(std::string_view text) {
     return shown;
 }
 
+std::string InQuotes(std::string_view name) {
+    return "\"" + Printable(ValidUtf8(name)) + "\"";
+}
+
 std::size_t DisplayWidth(std::string_view utf8) {
     std::size_t width = 0;
     for (const char c : utf8) {

@@ -27,6 +27,9 @@ std::string FromSystemBytes(std::string_view bytes);
 // The text on one line and harmless on a terminal: control characters become escapes (\n, \x1B).
 std::string Printable(std::string_view text);
 
+// What the user named, as messages show it: printable, in double quotes.
+std::string InQuotes(std::string_view name);
+
 // How many terminal columns a text takes, counting code points.
 std::size_t DisplayWidth(std::string_view utf8);
 
