@@ -13,6 +13,8 @@ namespace {
 // What OutputDebugString raises for whoever looks.
 constexpr DWORD kNarrowDebugText = 0x40010006;
 
+constexpr int kStartTries = 3;
+
 HANDLE Handle(std::intptr_t value) {
     return reinterpret_cast<HANDLE>(value);
 }
@@ -94,9 +96,16 @@ ChildProcess::ChildProcess(const std::filesystem::path& program, const ChildOpti
     start.hStdError = error;
     PROCESS_INFORMATION process{};
     const ScopedEnvironment environment(options.environment);
-    Require(CreateProcessW(program.c_str(), command.data(), nullptr, nullptr, TRUE, 0, nullptr,
-                           options.folder.c_str(), &start, &process),
-            "CreateProcess");
+    BOOL started = FALSE;
+    // Wine on a busy machine sometimes gives up waiting for the new process.
+    for (int tries = 0; !started && tries < kStartTries; ++tries) {
+        started = CreateProcessW(program.c_str(), command.data(), nullptr, nullptr, TRUE, 0,
+                                 nullptr, options.folder.c_str(), &start, &process);
+        if (!started && GetLastError() != ERROR_INTERNAL_ERROR) {
+            break;
+        }
+    }
+    Require(started, "CreateProcess");
     CloseHandle(process.hThread);
     CloseHandle(childIn);
     CloseHandle(childOut);
