@@ -177,6 +177,10 @@ void Peek(const Words&) {
 }
 
 void Priority(const Words&) {
+    if (!CanRunBelowOwn()) {
+        std::printf("none below\n");
+        return;
+    }
     helpers::process_singleton view;
     if (view.Attach(false) != helpers::process_singleton::Outcome::kOpened) return;
     std::uint64_t thread = 0;

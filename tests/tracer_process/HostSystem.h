@@ -24,7 +24,12 @@ Usage CountUsage();
 // Ends the process from inside, as a host that calls the system itself.
 [[noreturn]] void ExitProcessNow(int code);
 
-// How many steps the tracer's thread, by the handle in its block, runs below the calling one.
+// Whether the system lets a thread run one step below the calling one: not when that is the lowest
+// step already.
+bool CanRunBelowOwn();
+
+// How many steps the tracer's thread, by the handle in its block, runs below the calling one. Waits
+// for a thread that lowers itself; 0 when it never does.
 int PriorityBelowOwn(std::uint64_t thread);
 
 }  // namespace trace_host

@@ -9,8 +9,10 @@
 #include <filesystem>
 #include <fstream>
 #include <string>
+#include <thread>
 
 #include "platform/NativePath.h"
+#include "platform/Thread.h"
 
 namespace trace_host {
 namespace {
@@ -19,6 +21,10 @@ std::uint64_t EntriesIn(const char* folder) {
     std::uint64_t count = 0;
     for ([[maybe_unused]] const auto& entry : std::filesystem::directory_iterator(folder)) ++count;
     return count;
+}
+
+int Niceness(pid_t thread) {
+    return getpriority(PRIO_PROCESS, static_cast<id_t>(thread));
 }
 
 }  // namespace
@@ -53,13 +59,26 @@ void ExitProcessNow(int code) {
     std::exit(code);
 }
 
+bool CanRunBelowOwn() {
+    const int own = Niceness(gettid());
+    int lowered = own;
+    std::thread([own, &lowered] {
+        static_cast<void>(setpriority(PRIO_PROCESS, static_cast<id_t>(gettid()), own + 1));
+        lowered = Niceness(gettid());
+    }).join();
+    return lowered == own + 1;
+}
+
 // The tracer's thread is the only other one.
 int PriorityBelowOwn(std::uint64_t) {
-    const int own = getpriority(PRIO_PROCESS, static_cast<id_t>(gettid()));
+    const int own = Niceness(gettid());
     int lowest = own;
-    for (const auto& task : std::filesystem::directory_iterator("/proc/self/task")) {
-        const auto id = static_cast<id_t>(std::stoul(task.path().filename().string()));
-        lowest = std::max(lowest, getpriority(PRIO_PROCESS, id));
+    for (int i = 0; i < 20'000 && lowest == own; ++i) {
+        for (const auto& task : std::filesystem::directory_iterator("/proc/self/task")) {
+            const auto id = static_cast<pid_t>(std::stoul(task.path().filename().string()));
+            lowest = std::max(lowest, Niceness(id));
+        }
+        if (lowest == own) platform::SleepMs(1);
     }
     return lowest - own;
 }

@@ -55,6 +55,10 @@ void ExitProcessNow(int code) {
     ExitProcess(static_cast<UINT>(code));
 }
 
+bool CanRunBelowOwn() {
+    return true;
+}
+
 int PriorityBelowOwn(std::uint64_t thread) {
     return GetThreadPriority(GetCurrentThread()) -
            GetThreadPriority(reinterpret_cast<HANDLE>(thread));
