@@ -14,6 +14,7 @@ namespace test_support {
 // Null on failure.
 void* OpenLibrary(const std::filesystem::path& path);
 void* FindSymbol(void* library, const char* name);
+// Comes back when the library is gone; after a while also when somebody else holds it.
 void CloseLibrary(void* library);
 
 // The library's file name on this system.

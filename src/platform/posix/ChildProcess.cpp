@@ -22,6 +22,8 @@ namespace {
 using Clock = std::chrono::steady_clock;
 using namespace std::chrono_literals;
 
+constexpr int kGraceRounds = 50;
+
 // Both ends of a pipe; closed by the destructor where nobody closed them before.
 struct Pipe {
     Pipe() { valid = pipe2(ends.data(), O_CLOEXEC) == 0; }
@@ -145,7 +147,8 @@ void Attend(pid_t child, Pipe& output, Pipe& error, const ChildRequest& request,
         }
     }
     kill(-child, SIGKILL);  // whatever it has left behind
-    for (const auto grace = Clock::now() + 500ms; open && Clock::now() < grace;) {
+    // Counted and not timed: a busy machine is no reason to leave something unread.
+    for (int round = 0; open && round < kGraceRounds; ++round) {
         open = ReadPipes(output, error, result, request.outputLimit, 10ms);
     }
 }

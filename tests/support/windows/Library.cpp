@@ -27,7 +27,11 @@ void* FindSymbol(void* library, const char* name) {
 }
 
 void CloseLibrary(void* library) {
+    std::wstring file(32768, L'\0');
+    file.resize(GetModuleFileNameW(static_cast<HMODULE>(library), file.data(), 32768));
     FreeLibrary(static_cast<HMODULE>(library));
+    // A library whose thread has not begun yet leaves a moment later.
+    for (int i = 0; i < 20'000 && GetModuleHandleW(file.c_str()) != nullptr; ++i) Sleep(1);
 }
 
 ScopedLogSettings::ScopedLogSettings(const LogSettings& settings, const std::filesystem::path&) {
