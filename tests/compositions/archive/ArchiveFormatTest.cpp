@@ -7,7 +7,7 @@
 #include <sstream>
 
 #include "compositions/ScriptArchive.h"
-#include "compositions/archive/PlainArchive.h"
+#include "compositions/archive/PlainDescription.h"
 #include "compositions/archive/SampleDescriptions.h"
 #include "compositions/archive/TempFolder.h"
 
@@ -53,7 +53,7 @@ TEST(ArchiveFormat, DocumentedExampleLoadsAsDocumented) {
     CompositionDescription description;
     EXPECT_EQ(archive.Version(), 2);
     ASSERT_TRUE(archive.serialize(description));
-    EXPECT_EQ(plain::Write(description).bytes, plain::Write(samples::Documented()).bytes);
+    EXPECT_TRUE(plain::Of(description) == plain::Of(samples::Documented()));
 }
 
 TEST(ArchiveFormat, SavingTheDocumentedDescriptionGivesTheDocumentedBytes) {

@@ -10,7 +10,7 @@
 #include "compositions/ArchiveBody.h"
 #include "compositions/ArchiveException.h"
 #include "compositions/ScriptArchive.h"
-#include "compositions/archive/PlainArchive.h"
+#include "compositions/archive/PlainDescription.h"
 #include "compositions/archive/SampleDescriptions.h"
 #include "compositions/archive/TempFolder.h"
 #include "compositions/reader/SmallStack.h"
@@ -30,7 +30,7 @@ void ExpectPlainReading(const std::filesystem::path& path, const std::string& by
     CompositionDescription description;
     ASSERT_EQ(archive.serialize(description), expected.whole);
     if (expected.whole) {
-        ASSERT_TRUE(description == expected.description);
+        ASSERT_TRUE(plain::Of(description) == expected.description);
     }
 }
 

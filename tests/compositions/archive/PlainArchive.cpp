@@ -1,42 +1,7 @@
 #include "compositions/archive/PlainArchive.h"
 
-#include <utility>
-
 namespace plain {
 namespace {
-
-using namespace compositions;
-
-// A wide text as 16-bit units.
-std::vector<unsigned> Units(std::wstring_view text) {
-    std::vector<unsigned> units;
-    for (const wchar_t character : text) {
-        const auto value = static_cast<unsigned long>(character);
-        if (sizeof(wchar_t) == 4 && value >= 0x10000) {
-            units.push_back(static_cast<unsigned>(0xD800 + (value - 0x10000) / 0x400));
-            units.push_back(static_cast<unsigned>(0xDC00 + (value - 0x10000) % 0x400));
-        } else {
-            units.push_back(static_cast<unsigned>(value));
-        }
-    }
-    return units;
-}
-
-std::wstring Characters(const std::vector<unsigned>& units) {
-    std::wstring text;
-    for (std::size_t i = 0; i < units.size(); ++i) {
-        const bool pair = sizeof(wchar_t) == 4 && units[i] / 0x400 == 0xD800 / 0x400 &&
-                          i + 1 < units.size() && units[i + 1] / 0x400 == 0xDC00 / 0x400;
-        if (pair) {
-            text += static_cast<wchar_t>(0x10000 + (units[i] - 0xD800) * 0x400 +
-                                         (units[i + 1] - 0xDC00));
-            ++i;
-        } else {
-            text += static_cast<wchar_t>(units[i]);
-        }
-    }
-    return text;
-}
 
 class Writer {
 public:
@@ -53,25 +18,21 @@ public:
         file_.counts.push_back(file_.bytes.size());
         Integer(count, 8);
     }
-    void Text(std::wstring_view text) {
-        const std::vector<unsigned> units = Units(text);
+    void Units(const Text& text) {
         file_.lengths.push_back(file_.bytes.size());
-        Integer(units.size(), 8);
-        for (const unsigned unit : units) Integer(unit, 2);
+        Integer(text.size(), 8);
+        for (const char16_t unit : text) Integer(unit, 2);
     }
-    void Name(const UpperName& name) {
-        Text(name.Data() == nullptr ? std::wstring_view() : name.Data());
-    }
-    void Names(const std::vector<UpperName>& names) {
+    void Names(const std::vector<Text>& names) {
         Count(names.size());
-        for (const UpperName& name : names) Name(name);
+        for (const Text& name : names) Units(name);
     }
-    void Node(const StructureNode& node) {
-        Name(node.name);
-        Count(node.inputs.size());
-        for (const StructureNode& child : node.inputs) Node(child);
-        Count(node.secondary.size());
-        for (const StructureNode& child : node.secondary) Node(child);
+    void Tree(const Node& node) {
+        Units(node.name);
+        Count(node.first.size());
+        for (const Node& child : node.first) Tree(child);
+        Count(node.second.size());
+        for (const Node& child : node.second) Tree(child);
     }
 
 private:
@@ -94,26 +55,22 @@ public:
         return value;
     }
     std::uint32_t U32() { return static_cast<std::uint32_t>(Integer(4)); }
-    std::wstring Text() {
-        std::vector<unsigned> units;
+    Text Units() {
+        Text text;
         for (std::uint64_t left = Integer(8); left > 0; --left) {
-            units.push_back(static_cast<unsigned>(Integer(2)));
+            text += static_cast<char16_t>(Integer(2));
         }
-        return Characters(units);
+        return text;
     }
-    std::wstring CutText() {
-        const std::wstring text = Text();
-        return text.c_str();
-    }
-    UpperName Name() { return UpperName::Verbatim(CutText()); }
+    Text Name() { return Text(Units().c_str()); }
     template <class Element>
     void Each(Element element) {
         for (std::uint64_t left = Integer(8); left > 0; --left) element();
     }
-    StructureNode Node() {
-        StructureNode node(Name());
-        Each([&] { node.inputs.push_back(Node()); });
-        Each([&] { node.secondary.push_back(Node()); });
+    Node Tree() {
+        Node node{Name(), {}, {}};
+        Each([&] { node.first.push_back(Tree()); });
+        Each([&] { node.second.push_back(Tree()); });
         return node;
     }
 
@@ -122,210 +79,206 @@ private:
     std::size_t position_ = 0;
 };
 
-void WriteMedia(Writer& out, const MediaSources& sources) {
-    out.Count(sources.size());
-    for (const auto& [key, source] : sources) {
-        out.Name(key);
+void WriteMedia(Writer& out, const Description& description) {
+    out.Count(description.media.size());
+    for (const auto& [key, source] : description.media) {
+        out.Units(key);
         out.U32(source.kind);
         out.Count(source.items.size());
         for (const MediaItem& item : source.items) {
-            out.U32(item.isRegistryValue ? 1 : 0);
-            out.Text(item.text);
+            out.U32(item.isRegistryValue);
+            out.Units(item.text);
         }
     }
 }
 
-void WriteEnvelopes(Writer& out, const Envelopes& envelopes) {
-    out.Count(envelopes.size());
-    for (const auto& [key, envelope] : envelopes) {
-        out.Name(key);
-        out.Text(envelope.count);
-        out.Count(envelope.keys.size());
-        for (const EnvelopeKey& point : envelope.keys) {
-            out.Text(point.time);
-            out.Text(point.value);
-            out.Name(point.kind);
-            out.Text(point.firstParameter);
-            out.Text(point.secondParameter);
+void WriteEnvelopes(Writer& out, const Description& description) {
+    out.Count(description.envelopes.size());
+    for (const auto& [key, envelope] : description.envelopes) {
+        out.Units(key);
+        out.Units(envelope.number);
+        out.Count(envelope.points.size());
+        for (const KeyPoint& point : envelope.points) {
+            out.Units(point.time);
+            out.Units(point.value);
+            out.Units(point.kind);
+            out.Units(point.first);
+            out.Units(point.second);
         }
     }
 }
 
-void WriteTimeline(Writer& out, const CompositionDescription& description) {
-    out.Count(description.timelineEntries.size());
-    for (const TimelineEntry& entry : description.timelineEntries) {
-        out.Name(entry.instance);
-        out.Text(entry.property);
-        out.Text(entry.value);
+void WriteTimeline(Writer& out, const Description& description) {
+    out.Count(description.entries.size());
+    for (const Entry& entry : description.entries) {
+        out.Units(entry.instance);
+        out.Units(entry.property);
+        out.Units(entry.value);
         out.U32(entry.kind);
     }
-    out.Count(description.timelineEvents.size());
-    for (const TimelineEvent& event : description.timelineEvents) {
-        out.Name(event.instance);
-        out.Text(event.property);
-        out.Name(event.envelope);
+    out.Count(description.events.size());
+    for (const Event& event : description.events) {
+        out.Units(event.instance);
+        out.Units(event.property);
+        out.Units(event.envelope);
     }
 }
 
-void WriteMappings(Writer& out, const CompositionDescription& description) {
+void WriteMappings(Writer& out, const Description& description) {
     out.Count(description.mappings.size());
     for (const Mapping& mapping : description.mappings) {
-        out.Name(mapping.property);
+        out.Units(mapping.property);
         out.U32(mapping.access);
-        out.Name(mapping.instance);
-        out.Text(mapping.targetProperty);
+        out.Units(mapping.instance);
+        out.Units(mapping.target);
     }
     out.Count(description.properties.size());
-    for (const PropertyRecord& property : description.properties) {
+    for (const Property& property : description.properties) {
         out.U32(property.access);
-        out.Text(property.name);
-        out.Text(property.value);
+        out.Units(property.name);
+        out.Units(property.value);
     }
 }
 
-void WriteSetup(Writer& out, const CompositionDescription& description) {
-    out.Text(description.name);
-    out.Text(description.category);
+void WriteSetup(Writer& out, const Description& description) {
+    out.Units(description.name);
+    out.Units(description.category);
     out.Count(description.numberedInputs.size());
     for (const auto& [key, number] : description.numberedInputs) {
-        out.Name(key);
-        out.U32(static_cast<std::uint32_t>(number));
+        out.Units(key);
+        out.U32(number);
     }
     out.Count(description.registryValues.size());
     for (const auto& [key, value] : description.registryValues) {
-        out.Name(key);
-        out.Text(value.first);
-        out.Text(value.second);
-        out.Text(value.third);
+        out.Units(key);
+        out.Units(value.first);
+        out.Units(value.second);
+        out.Units(value.third);
     }
     out.Integer(description.isFilter ? 1 : 0, 1);
-    out.U32(static_cast<std::uint32_t>(description.speed));
+    out.U32(description.speed);
     out.Integer(description.swap ? 1 : 0, 1);
 }
 
-void ReadMedia(Reader& in, MediaSources& sources) {
+void ReadMedia(Reader& in, Description& description) {
     in.Each([&] {
-        UpperName key = in.Name();
-        MediaSource source;
-        source.kind = in.U32();
+        const Text key = in.Name();
+        MediaSource source{in.U32(), {}};
         in.Each([&] {
-            MediaItem item;
-            item.isRegistryValue = in.U32() != 0;
-            item.text = in.Text();
-            source.items.push_back(item);
+            const std::uint32_t flag = in.U32();
+            source.items.push_back({flag != 0 ? 1u : 0u, in.Units()});
         });
-        sources[key] = source;
+        description.media[key] = source;
     });
 }
 
-void ReadEnvelopes(Reader& in, Envelopes& envelopes) {
+void ReadEnvelopes(Reader& in, Description& description) {
     in.Each([&] {
-        UpperName key = in.Name();
-        Envelope envelope;
-        envelope.count = in.Text();
+        const Text key = in.Name();
+        Envelope envelope{in.Units(), {}};
         in.Each([&] {
-            EnvelopeKey point;
-            point.time = in.Text();
-            point.value = in.Text();
+            KeyPoint point;
+            point.time = in.Units();
+            point.value = in.Units();
             point.kind = in.Name();
-            point.firstParameter = in.Text();
-            point.secondParameter = in.Text();
-            envelope.keys.push_back(point);
+            point.first = in.Units();
+            point.second = in.Units();
+            envelope.points.push_back(point);
         });
-        envelopes[key] = envelope;
+        description.envelopes[key] = envelope;
     });
 }
 
-void ReadTimeline(Reader& in, CompositionDescription& description) {
+void ReadTimeline(Reader& in, Description& description) {
     in.Each([&] {
-        TimelineEntry entry;
+        Entry entry;
         entry.instance = in.Name();
-        entry.property = in.Text();
-        entry.value = in.Text();
+        entry.property = in.Units();
+        entry.value = in.Units();
         entry.kind = in.U32();
-        description.timelineEntries.push_back(entry);
+        description.entries.push_back(entry);
     });
     in.Each([&] {
-        TimelineEvent event;
+        Event event;
         event.instance = in.Name();
-        event.property = in.Text();
+        event.property = in.Units();
         event.envelope = in.Name();
-        description.timelineEvents.push_back(event);
+        description.events.push_back(event);
     });
 }
 
-void ReadMappings(Reader& in, CompositionDescription& description) {
+void ReadMappings(Reader& in, Description& description) {
     in.Each([&] {
         Mapping mapping;
         mapping.property = in.Name();
         mapping.access = in.U32();
         mapping.instance = in.Name();
-        mapping.targetProperty = in.Text();
+        mapping.target = in.Units();
         description.mappings.push_back(mapping);
     });
     in.Each([&] {
-        PropertyRecord property;
+        Property property;
         property.access = in.U32();
-        property.name = in.Text();
-        property.value = in.Text();
+        property.name = in.Units();
+        property.value = in.Units();
         description.properties.push_back(property);
     });
 }
 
-void ReadSetup(Reader& in, CompositionDescription& description) {
-    description.name = in.Text();
-    description.category = in.Text();
+void ReadSetup(Reader& in, Description& description) {
+    description.name = in.Units();
+    description.category = in.Units();
     in.Each([&] {
-        UpperName key = in.Name();
-        description.numberedInputs[key] = static_cast<std::int32_t>(in.U32());
+        const Text key = in.Name();
+        description.numberedInputs[key] = in.U32();
     });
     in.Each([&] {
-        UpperName key = in.Name();
+        const Text key = in.Name();
         RegistryValue value;
-        value.first = in.Text();
-        value.second = in.Text();
-        value.third = in.Text();
+        value.first = in.Units();
+        value.second = in.Units();
+        value.third = in.Units();
         description.registryValues[key] = value;
     });
     description.isFilter = in.Integer(1) != 0;
-    description.speed = static_cast<std::int32_t>(in.U32());
+    description.speed = in.U32();
     description.swap = in.Integer(1) != 0;
 }
 
-void ReadBody(Reader& in, CompositionDescription& description) {
+void ReadBody(Reader& in, Description& description) {
     in.Each([&] { description.inputs.push_back(in.Name()); });
     in.Each([&] {
-        UpperName key = in.Name();
-        description.effectInstances[key] = in.CutText();
+        const Text key = in.Name();
+        description.effects[key] = in.Name();
     });
     in.Each([&] { description.mixes.push_back(in.Name()); });
-    ReadMedia(in, description.mediaSources);
+    ReadMedia(in, description);
     ReadMappings(in, description);
-    ReadEnvelopes(in, description.envelopes);
+    ReadEnvelopes(in, description);
     ReadTimeline(in, description);
-    description.structure = in.Node();
+    description.structure = in.Tree();
     ReadSetup(in, description);
 }
 
 }  // namespace
 
-File Write(const CompositionDescription& description, std::int32_t version) {
+File Write(const Description& description, std::int32_t version) {
     File file;
     file.bytes.assign("ScriptArchive\0", 14);
     Writer out(file);
     out.U32(static_cast<std::uint32_t>(version));
     out.Names(description.inputs);
-    out.Count(description.effectInstances.size());
-    for (const auto& [key, effect] : description.effectInstances) {
-        out.Name(key);
-        out.Text(effect.c_str());
+    out.Count(description.effects.size());
+    for (const auto& [key, effect] : description.effects) {
+        out.Units(key);
+        out.Units(effect);
     }
     out.Names(description.mixes);
-    WriteMedia(out, description.mediaSources);
+    WriteMedia(out, description);
     WriteMappings(out, description);
-    WriteEnvelopes(out, description.envelopes);
+    WriteEnvelopes(out, description);
     WriteTimeline(out, description);
-    out.Node(description.structure);
+    out.Tree(description.structure);
     WriteSetup(out, description);
     return file;
 }

@@ -8,7 +8,7 @@
 #include <iterator>
 #include <optional>
 
-#include "compositions/archive/PlainArchive.h"
+#include "compositions/archive/PlainDescription.h"
 #include "compositions/host/ConverterValues.h"
 #include "host/HostSession.h"
 

@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <fstream>
 
-#include "compositions/archive/PlainArchive.h"
+#include "compositions/archive/PlainDescription.h"
 #include "compositions/archive/SampleDescriptions.h"
 #include "host/HostSession.h"
 

@@ -6,7 +6,7 @@
 #include <set>
 #include <thread>
 
-#include "compositions/archive/PlainArchive.h"
+#include "compositions/archive/PlainDescription.h"
 #include "compositions/archive/SampleDescriptions.h"
 #include "compositions/archive/TempFolder.h"
 #include "platform/FileMove.h"

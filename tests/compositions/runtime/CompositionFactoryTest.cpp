@@ -7,7 +7,7 @@
 
 #include "compositions/CompScript.h"
 #include "compositions/Composition.h"
-#include "compositions/archive/PlainArchive.h"
+#include "compositions/archive/PlainDescription.h"
 #include "compositions/archive/SampleDescriptions.h"
 #include "compositions/archive/TempFolder.h"
 #include "helpers/report/CapturedOutput.h"

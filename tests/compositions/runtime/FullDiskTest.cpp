@@ -7,7 +7,7 @@
 
 #include "compositions/ArchiveWriter.h"
 #include "compositions/ScriptArchive.h"
-#include "compositions/archive/PlainArchive.h"
+#include "compositions/archive/PlainDescription.h"
 #include "compositions/archive/SampleDescriptions.h"
 #include "compositions/archive/TempFolder.h"
 

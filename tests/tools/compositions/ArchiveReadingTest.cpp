@@ -8,7 +8,7 @@
 #include <algorithm>
 
 #include "compositions/Files.h"
-#include "compositions/archive/PlainArchive.h"
+#include "compositions/archive/PlainDescription.h"
 #include "compositions/archive/SampleDescriptions.h"
 
 namespace {
