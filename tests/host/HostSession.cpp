@@ -109,12 +109,16 @@ Host::Host(const Sandbox& sandbox, const test_support::ScopedLogSettings* log)
     process_ = std::make_unique<test_support::ChildProcess>(folder_ / ProbeFile(), options);
 }
 
-std::string Host::Do(const std::vector<std::string>& command) {
+void Host::Send(const std::vector<std::string>& command) {
     std::string line = command[0];
     for (std::size_t i = 1; i < command.size(); ++i) {
         line += "\t" + command[i];
     }
     process_->WriteLine(line);
+}
+
+std::string Host::Do(const std::vector<std::string>& command) {
+    Send(command);
     std::string answer;
     for (std::string part; process_->ReadLine(part) && part != ".";) {
         answer += (answer.empty() ? "" : "\n") + part;

@@ -44,6 +44,9 @@ public:
 
     // Runs a command and returns the answer's lines, joined with line feeds.
     std::string Do(const std::vector<std::string>& command);
+    // The two halves of it, for a command that does not end: what it says is read line by line.
+    void Send(const std::vector<std::string>& command);
+    bool NextLine(std::string& line) { return process_->ReadLine(line); }
     // Loads the sandbox's library, gets the manager and builds a factory over plug-ins that are in
     // the sandbox's folder.
     void Start(const std::string& pluginList);

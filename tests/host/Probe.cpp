@@ -66,6 +66,14 @@ void Create(const Arguments& arguments) {
     Say(text);
 }
 
+// Creates from the files in turns until somebody ends the process; a line after each.
+void CreateForever(const Arguments& arguments) {
+    for (std::size_t i = 1;; i = i + 1 < arguments.size() ? i + 1 : 1) {
+        std::shared_ptr<fx::IBaseFX> out;
+        std::cout << factory->CreateFX(Wide(arguments[i]), out) << std::endl;
+    }
+}
+
 void Keep(const Arguments& arguments) {
     std::shared_ptr<fx::IBaseFX> effect;
     Say(std::to_string(factory->CreateFX(std::stoull(arguments[1]), effect)));
@@ -102,6 +110,7 @@ const std::map<std::string, std::function<void(const Arguments&)>> kCommands = {
      }},
     {"create", Create},
     {"create_path", Create},
+    {"create_path_forever", CreateForever},
     {"keep", Keep},
     {"drop", [](const Arguments&) { kept.clear(); }},
     {"remove",
