@@ -41,6 +41,18 @@ bool IsRead(const std::shared_ptr<CompositionScript>& reader) {
     return reader != nullptr && reader->GetReadStatus() == status::kRead;
 }
 
+// Fails no load, whatever happens.
+void WriteBeside(const std::wstring& script, const std::wstring& archive,
+                 const CompositionScript& reader) {
+    try {
+        // A script that is called like its archive is all there is of the composition.
+        if (platform::IsSameFile(script, archive)) return;
+        static_cast<void>(WriteArchive(archive, reader.GetDescription()));
+    } catch (...) {
+        // The old archive stays, as where the disk is full.
+    }
+}
+
 std::shared_ptr<CompositionScript> ReadPlanned(const std::wstring& path, const LoadPlan& plan) {
     std::uint64_t openTime = 0;
     std::uint64_t pathTime = 0;
@@ -53,9 +65,7 @@ std::shared_ptr<CompositionScript> ReadPlanned(const std::wstring& path, const L
     if (useArchive && !plan.converting) reader = ReadCompositionArchive(plan.openPath);
     if (IsRead(reader) || !pathExists) return reader;
     reader = ReadCompositionScript(path);
-    if (plan.writesArchive && IsRead(reader)) {
-        static_cast<void>(WriteArchive(plan.openPath, reader->GetDescription()));  // fails no load
-    }
+    if (plan.writesArchive && IsRead(reader)) WriteBeside(path, plan.openPath, *reader);
     return reader;
 }
 

@@ -23,7 +23,8 @@ std::shared_ptr<CompositionScript> ReadCompositionArchive(const std::wstring& pa
 // Loads the composition at `path` and fills `entry`. What is read, and whether an archive is
 // written beside the script, is a matter of the user's settings:
 // - converting (ConverterSettings::IsConverting): the script alone is read, whether or not there is
-//   an archive; with ConverterSettings::WritesArchives its archive is written each time.
+//   an archive; with ConverterSettings::WritesArchives its archive is written each time, unless the
+//   script itself is the file of that name.
 // - else: `path` is read as an archive, and as a script when it is none or is damaged.
 // False, with `entry` unchanged, when there is no file, it is faulty, or a setting or path is
 // longer than the settings allow. An archive that cannot be written fails nothing.

@@ -16,6 +16,9 @@ std::filesystem::path StreamPath(const std::wstring& path);
 // Whether there is a file of that name that is neither a folder nor a device.
 bool IsPlainFile(const std::wstring& path);
 
+// Whether both are there and are one file, by whatever names.
+bool IsSameFile(const std::wstring& path, const std::wstring& other);
+
 // kRefused: somebody holds one of the files; it may go well a moment later.
 enum class MoveResult { kDone, kRefused, kFailed };
 

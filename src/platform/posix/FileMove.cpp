@@ -9,6 +9,7 @@
 #include <cerrno>
 #include <cstdio>
 #include <memory>
+#include <system_error>
 
 #include "platform/CodePage.h"
 #include "platform/NativePath.h"
@@ -33,6 +34,11 @@ std::filesystem::path StreamPath(const std::wstring& path) {
 bool IsPlainFile(const std::wstring& path) {
     struct stat status;
     return stat(NativePath(path).c_str(), &status) == 0 && S_ISREG(status.st_mode);
+}
+
+bool IsSameFile(const std::wstring& path, const std::wstring& other) {
+    std::error_code missing;
+    return std::filesystem::equivalent(StreamPath(path), StreamPath(other), missing);
 }
 
 MoveResult MoveFileOver(const std::wstring& from, const std::wstring& to) {

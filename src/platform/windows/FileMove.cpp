@@ -2,6 +2,8 @@
 
 #include <windows.h>
 
+#include <system_error>
+
 #include "platform/NativePath.h"
 
 namespace platform {
@@ -33,6 +35,11 @@ bool IsPlainFile(const std::wstring& path) {
     const DWORD attributes = GetFileAttributesW(NativePath(path).c_str());
     return attributes != INVALID_FILE_ATTRIBUTES &&
            (attributes & (FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_DEVICE)) == 0;
+}
+
+bool IsSameFile(const std::wstring& path, const std::wstring& other) {
+    std::error_code missing;
+    return std::filesystem::equivalent(StreamPath(path), StreamPath(other), missing);
 }
 
 MoveResult MoveFileOver(const std::wstring& from, const std::wstring& to) {

@@ -221,6 +221,27 @@ TEST_F(ArchiveSettings, FaultyScriptLeavesTheOldArchive) {
     EXPECT_EQ(FileCount(), 2u);
 }
 
+TEST_F(ArchiveSettings, ScriptCalledLikeItsArchiveIsNotOverwritten) {
+    values_.Set({{"Convertor", "1"}, {"Type", "1"}, {"SaveFx", "1"}});
+    for (const char* name : {"fx.mxf", "fx.MXF"}) {
+        const fs::path script = Folder() / name;
+        Put(script, kScript);
+        for (int times = 0; times < 2; ++times) {
+            EXPECT_EQ(Create(script), "0 set Script\\C") << name;
+            EXPECT_EQ(Get(script), kScript) << name;
+        }
+        fs::remove_all(Folder());
+        fs::create_directory(Folder());
+    }
+    Put(ArchivePath(), kScript);
+    std::error_code unsupported;
+    fs::create_symlink(ArchivePath(), ScriptPath(), unsupported);
+    if (!unsupported) {
+        EXPECT_EQ(Create(ScriptPath()), "0 set Script\\C");
+        EXPECT_EQ(Get(ArchivePath()), kScript);
+    }
+}
+
 TEST_F(ArchiveSettings, ArchiveThatCannotBeWrittenFailsNothing) {
     values_.Set({{"Convertor", "1"}, {"Type", "1"}, {"SaveFx", "1"}});
     Arrange(Files::kScriptAlone);
