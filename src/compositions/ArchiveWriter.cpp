@@ -16,8 +16,14 @@ bool WriteWhole(const std::wstring& path, const CompositionDescription& descript
 }  // namespace
 
 bool WriteArchive(const std::wstring& path, const CompositionDescription& description) {
-    return ReplaceFile(
-        path, [&](const std::wstring& temporary) { return WriteWhole(temporary, description); });
+    const auto write = [&](const std::wstring& temporary) {
+        return WriteWhole(temporary, description);
+    };
+    try {
+        return ReplaceFile(path, write);
+    } catch (...) {
+        return false;  // without memory, as without room on the disk
+    }
 }
 
 }  // namespace compositions

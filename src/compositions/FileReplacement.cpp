@@ -5,6 +5,7 @@
 #include <mutex>
 #include <string_view>
 #include <thread>
+#include <utility>
 
 #include "compositions/ArchivePath.h"
 #include "platform/FileMove.h"
@@ -50,6 +51,29 @@ void RemoveLeftovers(const std::wstring& folder) {
     }
 }
 
+// Removed at the end of the scope unless it has got its final name.
+class TemporaryFile {
+public:
+    explicit TemporaryFile(std::wstring path) : path_(std::move(path)) {}
+    TemporaryFile(const TemporaryFile&) = delete;
+    TemporaryFile& operator=(const TemporaryFile&) = delete;
+    ~TemporaryFile() {
+        if (kept_) return;
+        try {
+            static_cast<void>(platform::RemoveFile(path_));
+        } catch (...) {
+            // The next write removes it.
+        }
+    }
+
+    const std::wstring& Path() const { return path_; }
+    void Keep() { kept_ = true; }
+
+private:
+    std::wstring path_;
+    bool kept_ = false;
+};
+
 bool MoveOver(const std::wstring& from, const std::wstring& to) {
     for (int attempt = 1;; ++attempt) {
         const platform::MoveResult result = platform::MoveFileOver(from, to);
@@ -69,10 +93,10 @@ bool ReplaceFile(const std::wstring& path,
     std::wstring folder(pieces.drive);
     folder.append(pieces.folder);
     RemoveLeftovers(folder);
-    const std::wstring temporary = folder + TemporaryName(platform::CurrentProcessId());
-    if (write(temporary) && MoveOver(temporary, path)) return true;
-    static_cast<void>(platform::RemoveFile(temporary));  // else the next write removes it
-    return false;
+    TemporaryFile temporary(folder + TemporaryName(platform::CurrentProcessId()));
+    if (!write(temporary.Path()) || !MoveOver(temporary.Path(), path)) return false;
+    temporary.Keep();
+    return true;
 }
 
 }  // namespace compositions

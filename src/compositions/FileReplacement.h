@@ -11,7 +11,7 @@ namespace compositions {
 // new one, whole. Where somebody holds the old one it is tried for a fifth of a second. False when
 // it could not be written: the old file stays and the temporary file is removed. Also removes
 // temporary files that processes left in the folder when they were killed. What `write` throws
-// passes on. Any thread; one write at a time.
+// passes on, the temporary file removed; throws std::bad_alloc. Any thread; one write at a time.
 bool ReplaceFile(const std::wstring& path,
                  const std::function<bool(const std::wstring& temporary)>& write);
 

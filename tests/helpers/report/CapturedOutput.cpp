@@ -51,12 +51,20 @@ TraceMessage::~TraceMessage() {
 }
 
 TraceMessage& TraceMessage::Append(std::string_view text) noexcept {
-    text_ += platform::ToWide(text, platform::CodePage::kAnsi);
+    try {
+        text_ += platform::ToWide(text, platform::CodePage::kAnsi);
+    } catch (...) {
+        text_ = L"lost";
+    }
     return *this;
 }
 
 TraceMessage& TraceMessage::Append(std::wstring_view text) noexcept {
-    text_ += text;
+    try {
+        text_ += text;
+    } catch (...) {
+        text_ = L"lost";
+    }
     return *this;
 }
 
