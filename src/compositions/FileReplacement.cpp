@@ -1,8 +1,10 @@
 #include "compositions/FileReplacement.h"
 
 #include <chrono>
+#include <cstddef>
 #include <cstdint>
 #include <mutex>
+#include <random>
 #include <string_view>
 #include <thread>
 #include <utility>
@@ -15,28 +17,43 @@ namespace compositions {
 namespace {
 
 // A temporary file is named after the process that writes it, so that others can tell whether it
-// was left behind. The name is short: a folder may be close to the limits already.
+// was left behind, and after a number that tells it from one of the same number elsewhere: machines
+// and containers may share the folder. The name is short: a folder may be close to the limits
+// already.
 constexpr std::wstring_view kTemporaryPrefix = L"~tarnex-";
 constexpr std::wstring_view kTemporarySuffix = L".tmp";
+constexpr std::size_t kTokenDigits = 8;
+constexpr std::wstring_view kDigits = L"0123456789abcdef";
 
 constexpr int kMoveAttempts = 20;
 constexpr auto kMovePause = std::chrono::milliseconds(10);
 
-std::wstring TemporaryName(std::uint32_t process) {
+// The same for every file of this process.
+std::wstring ProcessToken() {
+    static const std::uint32_t number = std::random_device()();
+    std::wstring token;
+    for (std::size_t i = 0; i < kTokenDigits; ++i) token += kDigits[number >> (4 * i) & 0xF];
+    return token;
+}
+
+std::wstring TemporaryName(std::uint32_t process, std::wstring_view token) {
     std::wstring name(kTemporaryPrefix);
-    return name.append(std::to_wstring(process)).append(kTemporarySuffix);
+    name.append(std::to_wstring(process)).append(1, L'-').append(token);
+    return name.append(kTemporarySuffix);
 }
 
 // The process whose temporary file has that name; false when it is none of ours.
 bool ParseTemporaryName(const std::wstring& name, std::uint32_t& process) {
     std::uint64_t number = 0;
-    for (std::size_t i = kTemporaryPrefix.size(); i < name.size(); ++i) {
-        const wchar_t digit = name[i];
-        if (digit < L'0' || digit > L'9' || number > UINT32_MAX) break;
-        number = number * 10 + static_cast<std::uint64_t>(digit - L'0');
+    std::size_t at = kTemporaryPrefix.size();
+    for (; at < name.size() && name[at] >= L'0' && name[at] <= L'9'; ++at) {
+        number = number * 10 + static_cast<std::uint64_t>(name[at] - L'0');
+        if (number > UINT32_MAX) return false;
     }
+    const std::wstring token = at < name.size() ? name.substr(at + 1, kTokenDigits) : L"";
     process = static_cast<std::uint32_t>(number);
-    return number <= UINT32_MAX && name == TemporaryName(process);
+    return token.size() == kTokenDigits && token.find_first_not_of(kDigits) == std::wstring::npos &&
+           name == TemporaryName(process, token);
 }
 
 // Call it while no file of this process is being written.
@@ -93,7 +110,7 @@ bool ReplaceFile(const std::wstring& path,
     std::wstring folder(pieces.drive);
     folder.append(pieces.folder);
     RemoveLeftovers(folder);
-    TemporaryFile temporary(folder + TemporaryName(platform::CurrentProcessId()));
+    TemporaryFile temporary(folder + TemporaryName(platform::CurrentProcessId(), ProcessToken()));
     if (!write(temporary.Path()) || !MoveOver(temporary.Path(), path)) return false;
     temporary.Keep();
     return true;

@@ -270,7 +270,7 @@ TEST_F(ArchiveSettings, OldArchiveHeldOpenIsThereWholeOrReplaced) {
 TEST_F(ArchiveSettings, LeftoversOfKilledProcessesGoWithTheNextWrite) {
     values_.Set({{"Convertor", "1"}, {"Type", "1"}, {"SaveFx", "1"}});
     Arrange(Files::kScriptAlone);
-    Put(Folder() / "~tarnex-2000000011.tmp", "half an arch");
+    Put(Folder() / "~tarnex-2000000011-89abcdef.tmp", "half an arch");
     EXPECT_EQ(Create(ScriptPath()), "0 set Script\\C");
     EXPECT_EQ(FileCount(), 2u);
     EXPECT_EQ(Get(ArchivePath()), new_);
