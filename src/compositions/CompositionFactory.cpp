@@ -11,11 +11,22 @@ namespace {
 
 constexpr char kCreateFx[] = "compositions::CompositionFactory::CreateFX";
 
+// There before any static object asks for it, and never destroyed: effects outlive those.
+std::shared_ptr<ICompositionEngine>& DefaultEngine() {
+    static auto& engine = *new std::shared_ptr<ICompositionEngine>();
+    return engine;
+}
+
 }  // namespace
 
-CompositionFactory::CompositionFactory(const std::wstring& folder) : folder_(folder) {}
+CompositionFactory::CompositionFactory(const std::wstring& folder)
+    : folder_(folder), engine_(DefaultEngine()) {}
 
 CompositionFactory::~CompositionFactory() = default;
+
+void CompositionFactory::SetDefaultEngine(std::shared_ptr<ICompositionEngine> engine) {
+    DefaultEngine() = std::move(engine);
+}
 
 std::uint32_t CompositionFactory::GetFXCount() {
     return static_cast<std::uint32_t>(catalogue_.size());

@@ -53,6 +53,11 @@ public:
     // made.
     void SetEngine(std::shared_ptr<ICompositionEngine> engine) { engine_ = std::move(engine); }
 
+    // What every factory made from now on starts with; null, as at first, for no engine. The
+    // library's one factory is made when a host first asks for it: an engine that is linked into
+    // the library calls this while its static objects are built.
+    static void SetDefaultEngine(std::shared_ptr<ICompositionEngine> engine);
+
 private:
     using Catalogue = std::map<std::wstring, CompositionEntry>;  // by full name
 

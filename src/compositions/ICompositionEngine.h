@@ -5,8 +5,9 @@ namespace compositions {
 class Composition;
 
 // What a rendering engine does to compositions that the library leaves open: filling the property
-// set from the description, building the inner effects. Given to a CompositionFactory by an engine
-// that is built together with the library. Called on the thread that creates the composition.
+// set from the description, building the inner effects. An engine that is built together with the
+// library gives it to CompositionFactory::SetDefaultEngine. Called on the thread that creates the
+// composition.
 class ICompositionEngine {
 public:
     virtual ~ICompositionEngine() = default;
