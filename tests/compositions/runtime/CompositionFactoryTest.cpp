@@ -182,6 +182,39 @@ TEST_F(CompositionFactoryTest, UnknownIndexesAreRefusedAndReported) {
     }
 }
 
+// A factory of another's making over this one.
+class OverriddenFactory : public CompositionFactory {
+public:
+    using CompositionFactory::CompositionFactory;
+    std::uint32_t GetFXCount() override { return count; }
+    std::wstring GetFXName(std::uint64_t) override { return name; }
+
+    std::uint32_t count = 10;
+    std::wstring name;
+};
+
+TEST_F(CompositionFactoryTest, CreationByIndexGoesByItsOwnVirtualCountAndName) {
+    Put("a.txt", Script("Glow", "Light"));
+    Put("b.txt", Script("Haze", "Light"));
+    OverriddenFactory factory(L"");
+    std::wstring name;
+    ASSERT_TRUE(factory.RegisterComposition(folder_.Wide("a.txt"), true, name));
+    ASSERT_TRUE(factory.RegisterComposition(folder_.Wide("b.txt"), true, name));
+    factory.name = L"Haze\\Light";
+    std::shared_ptr<fx::IBaseFX> effect;
+    ASSERT_EQ(factory.CreateFX(std::uint64_t{9}, effect), fx::eSuccess);
+    EXPECT_EQ(effect->GetDescriptor()->id, L"Haze\\Light");
+    const auto before = effect;
+    captured::TakeTraced();
+    factory.name = L"in no catalogue";
+    EXPECT_EQ(factory.CreateFX(std::uint64_t{9}, effect), fx::eWrongFXIdx);
+    factory.name = L"Haze\\Light";
+    factory.count = 1;
+    EXPECT_EQ(factory.CreateFX(std::uint64_t{1}, effect), fx::eWrongFXIdx);
+    EXPECT_EQ(effect, before);
+    EXPECT_EQ(captured::TakeTraced(), std::vector(2, Reported(L"eWrongFXIdx")));
+}
+
 TEST_F(CompositionFactoryTest, EffectsOutliveTheFactory) {
     Put("a.txt", Script("Glow", "Light"));
     std::shared_ptr<fx::IBaseFX> effect;
