@@ -2,6 +2,9 @@
 
 #include <gmock/gmock.h>
 
+#include <filesystem>
+#include <fstream>
+
 #include "host/HostSession.h"
 
 namespace host_test {
@@ -86,6 +89,22 @@ TEST_F(BrokenPlugin, EffectThatThrowsAtStartLeavesTheFactoryNotValidWithWhatWasB
                    "0\n0 4 1 on plain.first\n1 4 1 on plain.second");
     EXPECT_EQ(host_.Do({"remove", "plain.first"}), "0") << "removing asks for no validity";
     EXPECT_THAT(LogAfterwards(), ElementsAre(kNotValid, kNotValid, kNotValid));
+}
+
+TEST_F(BrokenPlugin, FactoryThatIsNotValidRegistersAndRemovesCompositions) {
+    host_.Start(sandbox_.AddPlugins({"plain", "throws_at_start"}));
+    std::filesystem::create_directory(sandbox_.Folder() / "compositions");
+    std::ofstream(sandbox_.Folder() / "compositions" / "blur.txt")
+        << "[SETUP]\nNAME = \"Blur\"\nCATEGORY = \"Basic\"\n[SOURCES]\nBack = INPUT\n[EFFECTS]\n"
+           "B = \"x\"\n[STRUCTURE]\nOUTPUT = B( Back )\n";
+    EXPECT_EQ(host_.Do({"register", "blur.txt", "name"}), "0");
+    EXPECT_EQ(host_.Do({"register", "blur.txt", "name"}), "3");
+    EXPECT_EQ(host_.Do({"remove", "Blur\\Basic"}), "0");
+    EXPECT_EQ(host_.Do({"list"}),
+              "0\n0 4 1 on plain.first\n1 4 1 on plain.second\n3 130 1 off Blur\\Basic");
+    EXPECT_EQ(host_.Do({"register", "blur.txt", "name"}), "0");
+    EXPECT_EQ(host_.Do({"count"}), "0");
+    EXPECT_EQ(host_.Do({"create", "3"}), "8 empty");
 }
 
 TEST_F(BrokenPlugin, CountThatShrinksLeavesIndexesThatNobodyOwns) {
