@@ -112,6 +112,10 @@ const std::map<std::string, std::function<void(const Arguments&)>> kCommands = {
     {"create_path", Create},
     {"create_path_forever", CreateForever},
     {"keep", Keep},
+    {"copy",
+     [](const Arguments&) {
+         Say(std::to_string(kept.at(kept.size() - 2)->CopyPropertiesFrom(kept.back())));
+     }},
     {"drop", [](const Arguments&) { kept.clear(); }},
     {"remove",
      [](const Arguments& arguments) {

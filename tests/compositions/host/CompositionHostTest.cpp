@@ -182,28 +182,6 @@ TEST_F(Compositions, ArchiveByPathIsReadWhateverItsName) {
     EXPECT_EQ(host_.Do({"register", "logo.mxf", "name"}), "3");  // scripts alone
 }
 
-TEST_F(Compositions, DamagedArchivesAreRefused) {
-    const std::string bytes = plain::Write(samples::Small()).bytes;
-    host_.Start("");
-    std::size_t refused = 0;
-    for (std::size_t size = 1; size < bytes.size(); size += 13) {
-        Put("cut.mxf", bytes.substr(0, size));
-        EXPECT_EQ(host_.Do({"create_path", Path("cut.mxf")}), "12 empty") << size;
-        ++refused;
-    }
-    for (const std::int32_t version : {-1, 0}) {
-        Put("old.mxf", plain::Write(samples::Small(), version).bytes);
-        EXPECT_EQ(host_.Do({"create_path", Path("old.mxf")}), "12 empty") << version;
-        ++refused;
-    }
-    for (const std::int32_t version : {1, 2, 3, 0x7FFFFFFF}) {
-        Put("new.mxf", plain::Write(samples::Small(), version).bytes);
-        EXPECT_EQ(host_.Do({"create_path", Path("new.mxf")}), "0 set N\\C") << version;
-    }
-    EXPECT_EQ(ErrorsAfterwards(),
-              std::vector<std::string>(refused, Failed(kFactory, "eCouldNotCreateFX")));
-}
-
 TEST_F(Compositions, PathsMayBeLongAndHaveAnyLetters) {
     std::string name = "\xC4\x8D\xE4\xB8\xAD \xC3\xA9 blur";
     Put(name + ".txt", Script("Blur"));
@@ -239,6 +217,47 @@ TEST_F(Compositions, AnswerEverySlotAsAFreshEffectDoes) {
         "24 11\n25 1\n26 2 emptied\n27 2 emptied\n28 2 emptied\n31 2\n32 2\n"
         "33 throws not implemented\n34 2\nvalid no";
     EXPECT_EQ(host_.Do({"effect_slots"}), expected);
+    // The set's line names the property, the typed form's says which form it was.
+    const auto line = [](const std::string& start, const std::string& end) {
+        return "Operation \"" + start + "\" returned error <ePropertyNotFound>" + end;
+    };
+    const std::string property = ", property: \"no such property\"";
+    std::vector<std::string> lines{line("base_types::PropertySet::GetPropertyInfo", property)};
+    for (const std::string operation : {"GetProperty", "SetProperty"}) {
+        lines.push_back(line("base_types::PropertySet::" + operation, property));  // raw
+        for (const char* form : {"std::wstring", "__int64", "bool", "float", "int"}) {
+            lines.push_back(line("base_types::PropertySet::" + operation, property));
+            lines.push_back(line("PropertySet::" + operation + "<" + form + ">", ""));
+        }
+    }
+    EXPECT_EQ(ErrorsAfterwards(), lines);
+}
+
+TEST_F(Compositions, CopyOntoEachOtherAndNotFromAnEffectOfAnotherKind) {
+    Put("blur.txt", Script("Blur"));
+    host_.Start(sandbox_.AddPlugins({"plain"}));
+    host_.Do({"register", "blur.txt", "name"});
+    host_.Do({"keep", "2"});
+    host_.Do({"keep", "2"});
+    EXPECT_EQ(host_.Do({"copy"}), "0");
+    host_.Do({"keep", "0"});
+    EXPECT_EQ(host_.Do({"copy"}), "11");
+    EXPECT_THAT(ErrorsAfterwards(), IsEmpty());
+}
+
+TEST_F(Compositions, ReadingAScriptLeavesItsTitleInTheLog) {
+    Put("blur.txt", Script("Blur"));
+    Put("faulty.txt", "[SETUP]\nNAME = \"Nobody\"\n");
+    host_.Start("");
+    host_.Do({"register", "blur.txt", "name"});
+    host_.Do({"register", "blur.txt", "name"});  // is not read again
+    host_.Do({"create", "0"});
+    host_.Do({"create_path", Path("faulty.txt")});
+    EXPECT_EQ(host_.Finish(), 0);
+    EXPECT_THAT(sandbox_.LogMessages(),
+                ElementsAre("-----------------", "Blur/Basic", "---------------", "",
+                            Failed(kGlobal + "RegisterEffect", "eCouldNotRegisterNewComposition"),
+                            Failed(kFactory, "eCouldNotCreateFX")));
 }
 
 }  // namespace
