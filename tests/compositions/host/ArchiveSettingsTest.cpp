@@ -11,6 +11,7 @@
 #include "compositions/archive/PlainDescription.h"
 #include "compositions/host/ConverterValues.h"
 #include "host/HostSession.h"
+#include "platform/FileMove.h"
 
 namespace host_test {
 namespace {
@@ -197,19 +198,132 @@ TEST_F(ArchiveSettings, OnlyExactlyOneCounts) {
     }
 }
 
+// The bytes of a UTF-16 text.
+std::string Units(std::u16string_view text) {
+    std::string bytes;
+    for (const char16_t unit : text) {
+        bytes += static_cast<char>(unit & 0xFF);
+        bytes += static_cast<char>(unit >> 8);
+    }
+    return bytes;
+}
+
+TEST_F(ArchiveSettings, ValuesEndAtTheirFirstZeroWhateverTheirType) {
+    Arrange(Files::kScriptNewer);
+    const std::u16string zero(1, u'\0');
+    const std::u16string beyond = u"1" + zero + std::u16string(300, u'x');
+    for (const std::u16string& one : {std::u16string(u"1"), u"1" + zero, beyond}) {
+        values_.SetBytes({{"Convertor", Units(one)}, {"Type", Units(one)}, {"SaveFx", Units(one)}});
+        EXPECT_EQ(Create(ScriptPath()), "0 set Script\\C") << one.size();
+        EXPECT_EQ(Get(ArchivePath()), new_) << one.size();
+        EXPECT_EQ(Create(ArchivePath()), "12 empty") << one.size();
+        Put(ArchivePath(), old_);
+    }
+    // Something, but no text: nothing is converted, and lengths count.
+    values_.SetBytes({{"Convertor", Units(zero + u"1")}, {"SaveFx", Units(u"1")}});
+    EXPECT_EQ(Create(ArchivePath()), "0 set Archive\\C");
+    values_.SetBytes(
+        {{"Convertor", Units(zero + u"1")}, {"SaveFx", Units(std::u16string(260, u'1'))}});
+    EXPECT_EQ(Create(ArchivePath()), "12 empty");
+}
+
+TEST_F(ArchiveSettings, ValuesThatAreNoTextAreAbsent) {
+    Arrange(Files::kArchiveAlone);
+    const std::string one = Units(u"1");
+    for (const std::string& bytes : {one + '\0', std::string("1"), std::string(2, '\0')}) {
+        values_.SetBytes({{"Convertor", bytes}, {"Type", one}, {"SaveFx", one}});
+        EXPECT_EQ(Create(ArchivePath()), "0 set Archive\\C") << bytes.size();
+    }
+}
+
+// A folder whose path is longer than systems once allowed, gone at the end.
+class DeepFolder {
+public:
+    explicit DeepFolder(const fs::path& parent) : path_(test_support::Wide(Utf8(parent))) {
+        for (int level = 0; level < 3; ++level) {
+            path_ += L'\\' + std::wstring(100, L'd');
+            fs::create_directory(platform::StreamPath(path_));
+            levels_.push_back(path_);
+        }
+    }
+    DeepFolder(const DeepFolder&) = delete;
+    DeepFolder& operator=(const DeepFolder&) = delete;
+    ~DeepFolder() {
+        for (const std::wstring& name : platform::ListFolder(path_ + L'\\', L"fx.")) {
+            EXPECT_TRUE(platform::RemoveFile(*this / name));
+        }
+        for (auto level = levels_.rbegin(); level != levels_.rend(); ++level) {
+            std::error_code ignored;
+            fs::remove(platform::StreamPath(*level), ignored);
+        }
+    }
+
+    std::wstring operator/(const std::wstring& name) const { return path_ + L'\\' + name; }
+
+private:
+    std::wstring path_;
+    std::vector<std::wstring> levels_;
+};
+
 TEST_F(ArchiveSettings, LongPathLoadsUnlessItIsConverted) {
-    Arrange(Files::kScriptAlone);
-    std::string path = Utf8(Folder());
-    while (path.size() < 300) path += "/.";
-    path += "/fx.v1.txt";
+    const DeepFolder deep(Folder());
+    const std::wstring script = deep / L"fx.txt";
+    const std::wstring archive = deep / L"fx.mxf";
+    ASSERT_GT(script.size(), 300u);
+    Put(platform::StreamPath(script), kScript);
+    const std::string path = test_support::Utf8(script);
     EXPECT_EQ(host_.Do({"create_path", path}), "0 set Script\\C");
+    EXPECT_EQ(host_.Do({"register", path, "path"}), "0");
+    Put(platform::StreamPath(archive), old_);
+    EXPECT_EQ(host_.Do({"create_path", test_support::Utf8(archive)}), "0 set Archive\\C");
     values_.Set({{"Convertor", "1"}, {"SaveFx", "0"}});
     EXPECT_EQ(host_.Do({"create_path", path}), "0 set Script\\C");
-    values_.Set({{"Convertor", "1"}, {"SaveFx", "1"}});
-    EXPECT_EQ(host_.Do({"create_path", path}), "12 empty");
+    for (const char* type : {"", "1"}) {
+        values_.Set({{"Convertor", "1"}, {"Type", type}, {"SaveFx", "1"}});
+        EXPECT_EQ(host_.Do({"create_path", path}), "12 empty");
+    }
+    EXPECT_EQ(Get(platform::StreamPath(archive)), old_);
+}
+
+TEST_F(ArchiveSettings, PathsOfTwoHundredFiftyNineCharactersAreShortEnough) {
+    Arrange(Files::kScriptAlone);
     values_.Set({{"Convertor", "1"}, {"Type", "1"}, {"SaveFx", "1"}});
-    EXPECT_EQ(host_.Do({"create_path", path}), "12 empty");
-    EXPECT_FALSE(fs::exists(ArchivePath()));
+    const auto padded = [this](const std::string& name, std::size_t size) {
+        std::string path = Utf8(Folder());
+        if ((size - path.size() - name.size()) % 2 != 0) path += '/';
+        while (path.size() + name.size() + 2 < size) path += "./";
+        return path.insert(Utf8(Folder()).size(), "/") + '/' + name;
+    };
+    Put(Folder() / "fx", kScript);
+    const std::string longest = padded("fx.v1.txt", 259);
+    ASSERT_EQ(longest.size(), 259u);
+    EXPECT_EQ(host_.Do({"create_path", longest}), "0 set Script\\C");
+    EXPECT_EQ(Get(ArchivePath()), new_);
+    fs::remove(ArchivePath());
+    EXPECT_EQ(host_.Do({"create_path", padded("fx.v1.txt", 260)}), "12 empty");
+    // The archive's path is four characters longer.
+    EXPECT_EQ(host_.Do({"create_path", padded("fx", 255)}), "0 set Script\\C");
+    EXPECT_EQ(Get(Folder() / "fx.mxf"), new_);
+    fs::remove(Folder() / "fx.mxf");
+    EXPECT_EQ(host_.Do({"create_path", padded("fx", 256)}), "12 empty");
+    EXPECT_EQ(FileCount(), 2u);
+}
+
+TEST_F(ArchiveSettings, ArchivesAreWrittenIntoFoldersOfAnyLettersWithEitherSeparator) {
+    values_.Set({{"Convertor", "1"}, {"Type", "1"}, {"SaveFx", "1"}});
+    const fs::path folder =
+        Folder() / test_support::PathFromUtf8("\xC4\x8D\xE4\xB8\xAD \xC3\xA9.d");
+    fs::create_directory(folder);
+    Put(folder / "fx", kScript);
+    for (const char separator : {'/', '\\'}) {
+        std::string path = Utf8(folder / "fx");
+        for (char& character : path) {
+            if (character == '/' || character == '\\') character = separator;
+        }
+        EXPECT_EQ(host_.Do({"create_path", path}), "0 set Script\\C") << separator;
+        EXPECT_EQ(Get(folder / "fx.mxf"), new_) << separator;
+        fs::remove(folder / "fx.mxf");
+    }
 }
 
 TEST_F(ArchiveSettings, FaultyScriptLeavesTheOldArchive) {

@@ -20,6 +20,8 @@ public:
     ScopedConverterValues& operator=(const ScopedConverterValues&) = delete;
 
     void Set(const ConverterValues& values);
+    // Values of bytes instead of texts.
+    void SetBytes(const ConverterValues& values);
 
 private:
     std::filesystem::path file_;

@@ -16,9 +16,29 @@ ScopedConverterValues::~ScopedConverterValues() {
     std::ofstream(file_) << before_;
 }
 
+namespace {
+
+constexpr char kSection[] = "\n[Software\\Tesmar\\VorelEngine\\Settings\\General]\n";
+
+}  // namespace
+
+void ScopedConverterValues::SetBytes(const ConverterValues& values) {
+    std::ofstream stream(file_);
+    stream << before_ << kSection << std::hex;
+    for (const auto& [name, value] : values) {
+        const char* separator = "=hex:";
+        stream << name;
+        for (const char byte : value) {
+            stream << separator << static_cast<unsigned>(static_cast<unsigned char>(byte));
+            separator = ",";
+        }
+        stream << "\n";
+    }
+}
+
 void ScopedConverterValues::Set(const ConverterValues& values) {
     std::ofstream stream(file_);
-    stream << before_ << "\n[Software\\Tesmar\\VorelEngine\\Settings\\General]\n";
+    stream << before_ << kSection;
     for (const auto& [name, value] : values) stream << name << "=\"" << value << "\"\n";
 }
 

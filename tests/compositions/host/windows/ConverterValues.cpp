@@ -27,4 +27,13 @@ void ScopedConverterValues::Set(const ConverterValues& values) {
     }
 }
 
+void ScopedConverterValues::SetBytes(const ConverterValues& values) {
+    RegDeleteKeyW(HKEY_CURRENT_USER, kKey);
+    for (const auto& [name, value] : values) {
+        const std::wstring wideName(name.begin(), name.end());
+        RegSetKeyValueW(HKEY_CURRENT_USER, kKey, wideName.c_str(), REG_BINARY, value.data(),
+                        static_cast<DWORD>(value.size()));
+    }
+}
+
 }  // namespace host_test
