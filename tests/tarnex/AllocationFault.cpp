@@ -9,6 +9,7 @@
 namespace {
 
 int remaining = 0;  // allocations until the fault; 0 for none
+std::size_t requested = 0;
 test_support::Fault kind;
 
 // The library's code meets exceptions of the engine core only out of what it calls, and allocating
@@ -29,6 +30,7 @@ void Fail() {
 }  // namespace
 
 void* operator new(std::size_t size) {
+    requested += size;
     if (remaining > 0 && --remaining == 0) {
         Fail();
     }
@@ -36,6 +38,20 @@ void* operator new(std::size_t size) {
         return memory;
     }
     throw std::bad_alloc();
+}
+
+void* operator new[](std::size_t size) {
+    return operator new(size);
+}
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
+    try {
+        return operator new(size);
+    } catch (...) {
+        return nullptr;
+    }
+}
+void* operator new[](std::size_t size, const std::nothrow_t& nothrow) noexcept {
+    return operator new(size, nothrow);
 }
 
 void operator delete(void* memory) noexcept {
@@ -46,7 +62,27 @@ void operator delete(void* memory, std::size_t) noexcept {
     std::free(memory);
 }
 
+void operator delete(void* memory, const std::nothrow_t&) noexcept {
+    std::free(memory);
+}
+
+void operator delete[](void* memory) noexcept {
+    std::free(memory);
+}
+
+void operator delete[](void* memory, std::size_t) noexcept {
+    std::free(memory);
+}
+
+void operator delete[](void* memory, const std::nothrow_t&) noexcept {
+    std::free(memory);
+}
+
 namespace test_support {
+
+std::size_t RequestedBytes() {
+    return requested;
+}
 
 AllocationFault::AllocationFault(Fault fault, int countdown) {
     kind = fault;

@@ -1,6 +1,6 @@
 #pragma once
 
-// Makes an allocation of this program fail. One thread.
+// Makes an allocation of this program fail, and counts what all of them ask for. One thread.
 
 #include <cstddef>
 
@@ -20,5 +20,8 @@ public:
 
     bool Happened() const;
 };
+
+// Every number of bytes asked for until now, added up; what was freed is not subtracted.
+std::size_t RequestedBytes();
 
 }  // namespace test_support

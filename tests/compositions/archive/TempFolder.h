@@ -54,6 +54,8 @@ private:
 };
 
 inline void WriteBytes(const std::filesystem::path& path, const std::string& bytes) {
+    std::error_code missing;
+    std::filesystem::remove(path, missing);  // some systems flush a file that is cut and rewritten
     std::ofstream file(path, std::ios::binary | std::ios::trunc);
     file.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
     ASSERT_TRUE(file.flush()) << "cannot write " << path;
