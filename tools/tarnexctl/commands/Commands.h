@@ -16,6 +16,8 @@ CommandSpec DumpCommand();
 CommandSpec DoctorCommand();
 CommandSpec OwnershipChildCommand();
 CommandSpec LogCommand();
+CommandSpec CheckCommand();
+CommandSpec ExplainCommand();
 CommandSpec CompletionCommand();
 CommandSpec ManPageCommand();
 CommandSpec HelpCommand();

@@ -9,6 +9,8 @@ const std::vector<CommandSpec>& CommandTable() {
     static const std::vector<CommandSpec> kTable = {
         ListCommand(),
         InfoCommand(),
+        CheckCommand(),
+        ExplainCommand(),
         DumpCommand(),
         ProbeCommand(),
         DoctorCommand(),

@@ -1,0 +1,155 @@
+#include <algorithm>
+#include <set>
+#include <string>
+
+#include "check/Refusals.h"
+#include "compositions/UpperName.h"
+#include "compositions/language/Symbols.h"
+
+namespace tarnexctl {
+namespace {
+
+using namespace compositions;
+
+constexpr std::size_t kFirstKey = 2;  // behind an envelope's name and count
+constexpr std::wstring_view kKinds[] = {L"LINEAR", L"COSINE", L"CUBIC", L"HERMITE", L"HOLD"};
+
+class IgnoredStatuses {
+public:
+    IgnoredStatuses(const Subject& subject, const Headers& headers, const SourceText& source,
+                    Diagnostics& diagnostics)
+        : subject_(subject), headers_(headers), source_(source), diagnostics_(diagnostics) {}
+
+    void Check(Section section) {
+        const auto statements = subject_.Record().Statements(section);
+        if (statements.empty() || statements.back().outcome != StatementOutcome::kRefused) return;
+        const RecordedStatement& refused = statements.back();
+        const RecordedSection& record = subject_.Record().Of(section);
+        switch (record.status) {
+            case status::kExpensiveAfterEnveloped:
+                return Say("C401", refused, FirstPiece(refused, record.culprit),
+                           "a property cannot be EXPENSIVE behind ENVELOPED", {});
+            case status::kEnvelopedAfterExpensive:
+                return Say("C402", refused, FirstPiece(refused, record.culprit),
+                           "a property cannot be ENVELOPED behind EXPENSIVE", {});
+            case status::kUnknownInstance:
+                return Say("C403", refused, RefusedTarget(refused),
+                           "EFFECTS declares no " + Quoted(record.culprit),
+                           DidYouMean(MeantName(record.culprit, Instances())));
+            case status::kDefinedTwice:
+                return section == Section::kMapping
+                           ? Say("C404", refused, RefusedTarget(refused),
+                                 "the property drives this target already", {})
+                           : Say("C405", refused, FirstPiece(refused, record.culprit),
+                                 "the envelope " + Quoted(record.culprit) + " is there already",
+                                 FirstEnvelope(record.culprit));
+            case status::kUnknownKind:
+                return Say(
+                    "C406", refused, FirstPiece(refused, record.culprit, kFirstKey),
+                    "there is no kind " + Quoted(record.culprit),
+                    DidYouMean(MeantName(record.culprit, {std::begin(kKinds), std::end(kKinds)})));
+            case status::kFaultyStatement:
+                return SayNoEnvelope(refused, record.culprit);
+            case status::kTargetIsMapped:
+                return SayMapped(refused, record.culprit);
+            default:
+                return;
+        }
+    }
+
+private:
+    void Say(const char* code, const RecordedStatement& refused, std::wstring_view piece,
+             const std::string& message, std::vector<std::string> help) {
+        const std::vector<std::string> notRead = headers_.NotRead(refused.range.begin);
+        help.insert(help.end(), notRead.begin(), notRead.end());
+        diagnostics_.Add(code, subject_.RangeOf(refused, piece), message, help);
+    }
+
+    void SayNoEnvelope(const RecordedStatement& refused, const std::wstring& word) {
+        std::vector<std::wstring_view> envelopes;
+        for (const auto& statement : subject_.Record().Statements(Section::kEnvelopes)) {
+            envelopes.push_back(subject_.Record().Pieces(statement)[0]);
+        }
+        std::vector<std::string> help = DidYouMean(MeantName(word, envelopes));
+        if (help.empty()) {
+            help.push_back("a value is a number, a text in quotes, a variable or an envelope");
+        }
+        Say("C407", refused, subject_.Record().Pieces(refused).back(),
+            "there is no envelope " + Quoted(word), help);
+    }
+
+    void SayMapped(const RecordedStatement& refused, std::wstring_view upperProperty) {
+        std::set<UpperName> mapped;  // instances, for that property
+        for (const Mapping& mapping : subject_.Description().mappings) {
+            if (UpperText(mapping.targetProperty) == upperProperty) mapped.insert(mapping.instance);
+        }
+        const auto pieces = subject_.Record().Pieces(refused);
+        std::wstring_view target;
+        for (std::size_t i = 0; i + 2 < pieces.size() && target.empty(); i += 2) {
+            if (UpperText(pieces[i + 1]) == upperProperty &&
+                mapped.contains(UpperName(pieces[i]))) {
+                target = pieces[i];
+            }
+        }
+        Say("C408", refused, target, "MAPPING drives this property, so no envelope can", {});
+    }
+
+    std::wstring_view FirstPiece(const RecordedStatement& statement, std::wstring_view text,
+                                 std::size_t from = 0) const {
+        const auto pieces = subject_.Record().Pieces(statement).subspan(from);
+        const auto found = std::find(pieces.begin(), pieces.end(), text);
+        return found == pieces.end() ? std::wstring_view() : *found;
+    }
+
+    std::size_t TargetsOf(const RecordedStatement& mapping) const {
+        return (mapping.pieceCount - subject_.FirstQuoted(mapping) - 1) / 2;
+    }
+
+    // A mapping statement's targets are taken from the last to the first: those behind the refused
+    // one are among the mappings.
+    std::wstring_view RefusedTarget(const RecordedStatement& refused) const {
+        std::size_t taken = subject_.Description().mappings.size();
+        for (const auto& statement : subject_.Record().Statements(Section::kMapping)) {
+            if (statement.outcome == StatementOutcome::kTaken) taken -= TargetsOf(statement);
+        }
+        const auto pieces = subject_.Record().Pieces(refused);
+        return pieces[pieces.size() - 2 * (taken + 1)];
+    }
+
+    std::vector<std::wstring_view> Instances() const {
+        std::vector<std::wstring_view> names;
+        for (const auto& statement : subject_.Record().Statements(Section::kEffects)) {
+            const auto pieces = subject_.Record().Pieces(statement);
+            if (!IsKeyword(pieces[1], L"MIX")) names.push_back(pieces[0]);
+        }
+        return names;
+    }
+
+    std::vector<std::string> FirstEnvelope(std::wstring_view name) const {
+        for (const auto& statement : subject_.Record().Statements(Section::kEnvelopes)) {
+            if (UpperName(subject_.Record().Pieces(statement)[0]) == UpperName(name)) {
+                return {"the one of line " + std::to_string(source_.LineOf(statement.range.begin)) +
+                        " stays"};
+            }
+        }
+        return {};
+    }
+
+    const Subject& subject_;
+    const Headers& headers_;
+    const SourceText& source_;
+    Diagnostics& diagnostics_;
+};
+
+}  // namespace
+
+void CheckIgnoredStatuses(const Subject& subject, const Headers& headers, const SourceText& source,
+                          Diagnostics& diagnostics) {
+    IgnoredStatuses check(subject, headers, source, diagnostics);
+    for (const Section section :
+         {Section::kProperties, Section::kMapping, Section::kEnvelopes, Section::kTimeline}) {
+        check.Check(section);
+    }
+}
+
+}  // namespace tarnexctl
