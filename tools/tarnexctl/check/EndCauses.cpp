@@ -75,9 +75,12 @@ private:
 
     bool AddTextStart() {
         if (!stop_.furthest.Expects(LxStringBody)) return false;
-        return Say("C302", stop_.begin, stop_.begin + 1,
-                   "a text cannot start with " + Quoted(text_.substr(stop_.begin, 1)),
-                   {"it starts with a letter, a digit or one of ;[]=:\\.(){},-%"});
+        std::size_t end = stop_.begin + 1;  // of the whole character, in UTF-8
+        while ((At(end) & 0xC0) == 0x80) ++end;
+        return Say(
+            "C302", stop_.begin, end,
+            "a text cannot start with " + Quoted(text_.substr(stop_.begin, end - stop_.begin)),
+            {"it starts with a letter, a digit or one of ;[]=:\\.(){},-%"});
     }
 
     bool AddNumber() {

@@ -126,8 +126,10 @@ std::vector<std::string> Headers::NotRead(std::uint64_t from) const {
     if (last == bytes.npos || last < from) return {};
     const std::uint64_t firstLine = source_.LineOf(from);
     const std::uint64_t lastLine = source_.LineOf(last);
-    if (firstLine == lastLine)
-        return {"not read: what follows on line " + std::to_string(lastLine)};
+    if (firstLine == lastLine) {
+        return {(source_.IsFirstOfLine(from) ? "not read: line " : "not read: the rest of line ") +
+                std::to_string(lastLine)};
+    }
     return {"not read: lines " + std::to_string(firstLine) + " to " + std::to_string(lastLine)};
 }
 
@@ -160,7 +162,7 @@ void Headers::CheckBracket(const BracketedWord& bracket, Diagnostics& diagnostic
                             std::to_string(source_.LineOf(first)) + " counts",
                         notRead);
     } else {
-        std::vector<std::string> help = DidYouMean(MeantName(bracket.word, Keywords()));
+        std::vector<std::string> help = DidYouMean(bracket.word, Keywords());
         help.insert(help.end(), notRead.begin(), notRead.end());
         diagnostics.Add("C314", range, "there is no section " + Quoted(bracket.word), help);
     }

@@ -4,6 +4,7 @@
 
 #include "check/Refusals.h"
 #include "compositions/UpperName.h"
+#include "compositions/language/ScriptCharacters.h"
 #include "compositions/language/Symbols.h"
 
 namespace tarnexctl {
@@ -35,7 +36,7 @@ public:
             case status::kUnknownInstance:
                 return Say("C403", refused, RefusedTarget(refused),
                            "EFFECTS declares no " + Quoted(record.culprit),
-                           DidYouMean(MeantName(record.culprit, Instances())));
+                           DidYouMean(record.culprit, subject_.NamesOf(Section::kEffects)));
             case status::kDefinedTwice:
                 return section == Section::kMapping
                            ? Say("C404", refused, RefusedTarget(refused),
@@ -44,10 +45,9 @@ public:
                                  "the envelope " + Quoted(record.culprit) + " is there already",
                                  FirstEnvelope(record.culprit));
             case status::kUnknownKind:
-                return Say(
-                    "C406", refused, FirstPiece(refused, record.culprit, kFirstKey),
-                    "there is no kind " + Quoted(record.culprit),
-                    DidYouMean(MeantName(record.culprit, {std::begin(kKinds), std::end(kKinds)})));
+                return Say("C406", refused, FirstPiece(refused, record.culprit, kFirstKey),
+                           "there is no kind " + Quoted(record.culprit),
+                           DidYouMean(record.culprit, {std::begin(kKinds), std::end(kKinds)}));
             case status::kFaultyStatement:
                 return SayNoEnvelope(refused, record.culprit);
             case status::kTargetIsMapped:
@@ -60,17 +60,28 @@ public:
 private:
     void Say(const char* code, const RecordedStatement& refused, std::wstring_view piece,
              const std::string& message, std::vector<std::string> help) {
-        const std::vector<std::string> notRead = headers_.NotRead(refused.range.begin);
-        help.insert(help.end(), notRead.begin(), notRead.end());
+        if (std::string_view(code) == "C403" || std::string_view(code) == "C404") {
+            help.push_back("dropped: this target, those in front of it and all statements behind");
+        } else {
+            const std::vector<std::string> notRead = headers_.NotRead(refused.range.begin);
+            help.insert(help.end(), notRead.begin(), notRead.end());
+        }
         diagnostics_.Add(code, subject_.RangeOf(refused, piece), message, help);
     }
 
     void SayNoEnvelope(const RecordedStatement& refused, const std::wstring& word) {
-        std::vector<std::wstring_view> envelopes;
-        for (const auto& statement : subject_.Record().Statements(Section::kEnvelopes)) {
-            envelopes.push_back(subject_.Record().Pieces(statement)[0]);
+        std::vector<std::string> help = DidYouMean(word, subject_.NamesOf(Section::kEnvelopes));
+        if (!subject_.IsWhole(Section::kEnvelopes)) {
+            help.push_back(
+                "ENVELOPES ends early, at line " +
+                std::to_string(source_.LineOf(subject_.Record().Of(Section::kEnvelopes).end)));
         }
-        std::vector<std::string> help = DidYouMean(MeantName(word, envelopes));
+        const std::wstring_view piece = subject_.Record().Pieces(refused).back();
+        const std::size_t at = subject_.PositionOf(subject_.RangeOf(refused, piece).begin);
+        const std::size_t last = subject_.Text().find_last_not_of(characters::kBlanks, at - 1);
+        if (subject_.Text().substr(last, at - last).find(L'\n') != std::wstring_view::npos) {
+            help = {"the value is missing: this word stands on another line"};
+        }
         if (help.empty()) {
             help.push_back("a value is a number, a text in quotes, a variable or an envelope");
         }
@@ -114,15 +125,6 @@ private:
         }
         const auto pieces = subject_.Record().Pieces(refused);
         return pieces[pieces.size() - 2 * (taken + 1)];
-    }
-
-    std::vector<std::wstring_view> Instances() const {
-        std::vector<std::wstring_view> names;
-        for (const auto& statement : subject_.Record().Statements(Section::kEffects)) {
-            const auto pieces = subject_.Record().Pieces(statement);
-            if (!IsKeyword(pieces[1], L"MIX")) names.push_back(pieces[0]);
-        }
-        return names;
     }
 
     std::vector<std::string> FirstEnvelope(std::wstring_view name) const {

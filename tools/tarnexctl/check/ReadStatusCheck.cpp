@@ -55,13 +55,22 @@ void AddNoOutput(const Subject& subject, Diagnostics& diagnostics) {
     diagnostics.Add("C207", range, "STRUCTURE does not open with OUTPUT =", {}, {"OUTPUT ="});
 }
 
-void AddUnknownName(const Subject& subject, Diagnostics& diagnostics) {
+void AddUnknownName(const Subject& subject, const SourceText& source, Diagnostics& diagnostics) {
     const RecordedStatement* const refused =
         RefusedStatement(subject.Record(), Section::kStructure);
     if (refused == nullptr) return;
     const std::wstring_view name = subject.Record().Pieces(*refused)[0];
+    std::vector<std::wstring_view> names = subject.NamesOf(Section::kSources);
+    const std::vector<std::wstring_view> effects = subject.NamesOf(Section::kEffects);
+    names.insert(names.end(), effects.begin(), effects.end());
+    std::vector<std::string> help = DidYouMean(name, names);
+    for (const Section section : {Section::kSources, Section::kEffects}) {
+        if (subject.IsWhole(section)) continue;
+        help.push_back(std::string(SectionKeyword(section)) + " ends early, at line " +
+                       std::to_string(source.LineOf(subject.Record().Of(section).end)));
+    }
     diagnostics.Add("C208", subject.RangeOf(*refused, name), "nothing declares " + Quoted(name),
-                    DidYouMean(MeantName(name, DeclaredNames(subject))));
+                    help);
 }
 
 void AddFaultyParentheses(const Subject& subject, Diagnostics& diagnostics) {
@@ -90,7 +99,7 @@ void AddFaultyStatement(const Subject& subject, Diagnostics& diagnostics) {
     const std::wstring_view value = subject.Record().Pieces(*refused)[1];
     diagnostics.Add("C209", subject.RangeOf(*refused, value),
                     "IS_FILTER is neither TRUE nor FALSE but " + Quoted(value),
-                    DidYouMean(MeantName(value, {L"TRUE", L"FALSE"})), {"TRUE", "FALSE"});
+                    DidYouMean(value, {L"TRUE", L"FALSE"}), {"TRUE", "FALSE"});
 }
 
 void AddWrongInputs(const Subject& subject, Diagnostics& diagnostics) {
@@ -108,7 +117,8 @@ void AddWrongInputs(const Subject& subject, Diagnostics& diagnostics) {
 
 }  // namespace
 
-void CheckReadStatus(const Subject& subject, const Headers& headers, Diagnostics& diagnostics) {
+void CheckReadStatus(const Subject& subject, const Headers& headers, const SourceText& source,
+                     Diagnostics& diagnostics) {
     switch (subject.Status()) {
         case status::kNoSetup:
             return AddMissing(subject, headers, Section::kSetup, "C201", diagnostics);
@@ -123,7 +133,7 @@ void CheckReadStatus(const Subject& subject, const Headers& headers, Diagnostics
         case status::kNoOutput:
             return AddNoOutput(subject, diagnostics);
         case status::kUnknownName:
-            return AddUnknownName(subject, diagnostics);
+            return AddUnknownName(subject, source, diagnostics);
         case status::kFaultyStatement:
             return AddFaultyStatement(subject, diagnostics);
         case status::kFilterNeedsOneInput:
@@ -131,16 +141,6 @@ void CheckReadStatus(const Subject& subject, const Headers& headers, Diagnostics
         default:
             return;
     }
-}
-
-std::vector<std::wstring_view> DeclaredNames(const Subject& subject) {
-    std::vector<std::wstring_view> names;
-    for (const Section section : {Section::kSources, Section::kEffects}) {
-        for (const RecordedStatement& statement : subject.Record().Statements(section)) {
-            names.push_back(subject.Record().Pieces(statement)[0]);
-        }
-    }
-    return names;
 }
 
 }  // namespace tarnexctl

@@ -10,13 +10,11 @@
 namespace tarnexctl {
 
 // The script's read status, when it is not 0.
-void CheckReadStatus(const Subject& subject, const Headers& headers, Diagnostics& diagnostics);
+void CheckReadStatus(const Subject& subject, const Headers& headers, const SourceText& source,
+                     Diagnostics& diagnostics);
 
 // PROPERTIES, MAPPING, ENVELOPES and TIMELINE.
 void CheckIgnoredStatuses(const Subject& subject, const Headers& headers, const SourceText& source,
                           Diagnostics& diagnostics);
-
-// Every name that STRUCTURE may wire, in the script's own spelling.
-std::vector<std::wstring_view> DeclaredNames(const Subject& subject);
 
 }  // namespace tarnexctl

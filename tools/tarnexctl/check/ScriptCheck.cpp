@@ -50,7 +50,7 @@ void CheckReading(const Subject& subject, std::vector<CommentTrouble>& troubles,
                   Diagnostics& diagnostics) {
     const SourceText source(subject.Bytes());
     const Headers headers(subject, source);
-    CheckReadStatus(subject, headers, diagnostics);
+    CheckReadStatus(subject, headers, source, diagnostics);
     CheckIgnoredStatuses(subject, headers, source, diagnostics);
     CheckSectionEnds(subject, headers, troubles, diagnostics);
     headers.Check(diagnostics);
@@ -73,7 +73,8 @@ void CheckStatements(const Subject& subject, Diagnostics& diagnostics) {
 void CheckCommentedHeaders(const Subject& subject, Diagnostics& diagnostics) {
     for (const CommentedHeader& header : FindCommentedHeaders(subject.Bytes())) {
         const RecordedSection& section = subject.Record().Of(header.section);
-        if (section.found || !section.wasLookedFor) continue;
+        const bool mustBeThere = header.section <= Section::kStructure;  // and was missed already
+        if (section.found || !section.wasLookedFor || mustBeThere) continue;
         diagnostics.Add("C317", header.range,
                         std::string("[") + SectionKeyword(header.section) +
                             "] stands in a comment: the section is not there");

@@ -44,18 +44,21 @@ void AddSkipped(const Subject& subject, const RecordedStatement& statement,
         return;
     }
     std::vector<std::string> help;
+    std::vector<std::string> expected;
     const bool known = std::any_of(kKeywords.begin(), kKeywords.end(), [&](std::wstring_view word) {
         return IsKeyword(pieces[0], word);
     });
     if (known) {
         help.push_back("it takes a value of another form");
     } else {
-        help = DidYouMean(MeantName(pieces[0], {kKeywords.begin(), kKeywords.end()}));
+        help = DidYouMean(pieces[0], {kKeywords.begin(), kKeywords.end()});
+    }
+    if (known || help.empty()) {
+        expected = {"NAME = \"text\"", "CATEGORY = \"text\"", "SPEED = number", "SWAP = TRUE",
+                    "IS_FILTER = TRUE or FALSE"};
     }
     diagnostics.Add("C310", subject.RangeOf(statement, pieces[0]),
-                    Quoted(pieces[0]) + " is passed over", help,
-                    {"NAME = \"text\"", "CATEGORY = \"text\"", "SPEED = number", "SWAP = TRUE",
-                     "IS_FILTER = TRUE or FALSE"});
+                    Quoted(pieces[0]) + " is passed over", help, expected);
 }
 
 // Every statement that a later one of its keyword replaces.
@@ -124,10 +127,12 @@ void CheckSourceStatements(const Subject& subject, Diagnostics& diagnostics) {
     const RegistryValues& values = subject.Description().registryValues;
     const auto addUnknown = [&](const RecordedStatement& statement, std::wstring_view variable) {
         std::vector<std::wstring_view> names;
-        for (const auto& [name, value] : values) names.push_back(name.View());
+        for (const RecordedStatement& setup : subject.Record().Statements(Section::kSetup)) {
+            if (setup.rule == R28) names.push_back(subject.Record().Pieces(setup)[0]);
+        }
         diagnostics.Add("C413", subject.RangeOf(statement, variable),
                         "SETUP declares no variable %" + Unquoted(variable) + "%",
-                        DidYouMean(MeantName(variable, names)));
+                        DidYouMean(variable, names));
     };
     for (const RecordedStatement& statement : subject.Record().Statements(Section::kSources)) {
         if (statement.rule == R56) CheckNumber(subject, statement, diagnostics);

@@ -11,7 +11,7 @@ namespace {
 constexpr std::size_t kTabWidth = 4;
 // Columns of an excerpt, in front of the mark and from there on.
 constexpr std::size_t kBefore = 60;
-constexpr std::size_t kBehind = 40;
+constexpr std::size_t kBehind = 60;
 constexpr const char kCut[] = "...";
 
 // Lines end with a line feed, or with a carriage return that no line feed follows.
@@ -49,7 +49,10 @@ void Append(std::string& line, std::string_view text) {
 }  // namespace
 
 SourceText::SourceText(std::string_view bytes)
-    : bytes_(bytes), lines_{0}, isUtf8_(IsValidUtf8(bytes)) {
+    // A byte-order mark is no character of the first line.
+    : bytes_(bytes),
+      lines_{bytes.starts_with("\xEF\xBB\xBF") ? 3u : 0u},
+      isUtf8_(IsValidUtf8(bytes)) {
     for (std::size_t i = 0; i < bytes.size(); ++i) {
         if (EndsLine(bytes, i)) lines_.push_back(i + 1);
     }
@@ -65,7 +68,7 @@ Place SourceText::At(std::uint64_t offset) const {
 }
 
 Place SourceText::At(std::uint64_t offset, bool withColumn) const {
-    offset = std::min<std::uint64_t>(offset, bytes_.size());
+    offset = std::clamp<std::uint64_t>(offset, lines_.front(), bytes_.size());
     const auto next = std::upper_bound(lines_.begin(), lines_.end(), offset);
     Place place;
     place.line = static_cast<std::uint64_t>(next - lines_.begin());
@@ -75,6 +78,11 @@ Place SourceText::At(std::uint64_t offset, bool withColumn) const {
         place.column = 1 + DisplayWidth(isUtf8_ ? before : std::string_view(Decoded(before)));
     }
     return place;
+}
+
+bool SourceText::IsFirstOfLine(std::uint64_t offset) const {
+    const std::uint64_t begin = lines_[LineOf(offset) - 1];
+    return bytes_.substr(begin, offset - begin).find_first_not_of(" \t") == bytes_.npos;
 }
 
 std::string_view SourceText::Line(std::uint64_t line) const {
@@ -88,8 +96,10 @@ std::string_view SourceText::Line(std::uint64_t line) const {
 Excerpt SourceText::Around(ByteRange range) const {
     const std::uint64_t number = LineOf(range.begin);
     const std::string_view line = Line(number);
+    if (line.find('\0') != line.npos) return {};  // no text
     const std::uint64_t lineBegin = lines_[number - 1];
-    const auto at = std::min<std::size_t>(range.begin - lineBegin, line.size());
+    const auto at =
+        std::min<std::size_t>(std::max(range.begin, lineBegin) - lineBegin, line.size());
     const auto to =
         std::clamp<std::size_t>(range.end < lineBegin ? 0 : range.end - lineBegin, at, line.size());
 

@@ -31,6 +31,8 @@ public:
 
     Place At(std::uint64_t offset) const;
     std::uint64_t LineOf(std::uint64_t offset) const { return At(offset, false).line; }
+    // Whether nothing but blanks stands in front of it on its line.
+    bool IsFirstOfLine(std::uint64_t offset) const;
     // The line that holds the range's begin; a long one is cut around it.
     Excerpt Around(ByteRange range) const;
 

@@ -25,7 +25,7 @@ bool IsAccessWord(std::wstring_view word) {
 void AddUnknownWord(const Subject& subject, const RecordedStatement& statement,
                     std::wstring_view word, Diagnostics& diagnostics) {
     std::vector<std::string> help =
-        DidYouMean(MeantName(word, {std::begin(kAccessWords), std::end(kAccessWords)}));
+        DidYouMean(word, {std::begin(kAccessWords), std::end(kAccessWords)});
     const std::vector<std::string> expected = {"READ", "WRITE", "EXPENSIVE", "ENVELOPED",
                                                "NO_INTERPOLATION"};
     if (statement.rule == R46) {
@@ -106,11 +106,9 @@ void CheckTimelineStatements(const Subject& subject, Diagnostics& diagnostics) {
         }
         for (std::size_t i = 0; i + 1 < pieces.size(); i += 2) {
             if (instances.contains(UpperName(pieces[i]))) continue;
-            std::vector<std::wstring_view> names;
-            for (const auto& [name, effect] : instances) names.push_back(name.View());
             diagnostics.Add("C412", subject.RangeOf(statement, pieces[i]),
                             "EFFECTS declares no " + Quoted(pieces[i]),
-                            DidYouMean(MeantName(pieces[i], names)));
+                            DidYouMean(pieces[i], subject.NamesOf(Section::kEffects)));
         }
     }
 }

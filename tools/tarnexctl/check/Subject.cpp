@@ -58,13 +58,23 @@ std::size_t Subject::PositionOf(std::uint64_t offset) const {
 
 ByteRange Subject::RangeOf(std::size_t begin, std::size_t end) const {
     const std::uint64_t from = Offsets().At(begin);
-    return {from, end <= begin ? from : Offsets().At(end - 1) + 1};
+    const std::uint64_t size = bytes_.size();  // where the text's last blank stands
+    return {from, end <= begin ? from : std::min(Offsets().At(end - 1) + 1, size)};
 }
 
 ByteRange Subject::RangeOf(const RecordedStatement& statement, std::wstring_view piece) const {
     if (piece.empty()) return statement.range;
     const auto begin = static_cast<std::size_t>(piece.data() - Text().data());
     return RangeOf(begin, begin + piece.size());
+}
+
+std::vector<std::wstring_view> Subject::NamesOf(Section section) const {
+    std::vector<std::wstring_view> names;
+    for (const RecordedStatement& statement : recording_.Statements(section)) {
+        const std::wstring_view name = recording_.Pieces(statement)[0];
+        if (statement.outcome == StatementOutcome::kTaken) names.push_back(name);
+    }
+    return names;
 }
 
 // The last character in front of the piece that is no blank.
@@ -108,18 +118,16 @@ bool IsHeaderOf(std::wstring_view word, Section section) {
     return compositions::IsKeyword(word, std::wstring(keyword.begin(), keyword.end()));
 }
 
-std::string MeantName(std::wstring_view word, const std::vector<std::wstring_view>& candidates) {
-    std::vector<std::string> names;
+std::vector<std::string> DidYouMean(std::wstring_view word,
+                                    const std::vector<std::wstring_view>& candidates) {
+    std::vector<std::string> names;  // only some: candidates may be thousands
     for (const std::wstring_view candidate : candidates) {
         if (names.size() == kMostCandidates) break;
         names.push_back(Narrowed(candidate));
     }
-    return Suggest(Narrowed(word), names).value_or("");
-}
-
-std::vector<std::string> DidYouMean(const std::string& meant) {
-    if (meant.empty()) return {};
-    return {"did you mean \"" + Printable(meant) + "\"?"};
+    const auto meant = Suggest(Narrowed(word), names);
+    if (!meant) return {};
+    return {"did you mean \"" + Printable(*meant) + "\"?"};
 }
 
 }  // namespace tarnexctl

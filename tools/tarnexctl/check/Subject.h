@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "check/Recording.h"
 #include "compositions/CompScript.h"
@@ -46,6 +47,10 @@ public:
     // The same for a stretch of text.
     ByteRange RangeOf(std::size_t begin, std::size_t end) const;
 
+    // The names that statements of the section declare, in the script's own spelling; of EFFECTS
+    // mixes too.
+    std::vector<std::wstring_view> NamesOf(Section section) const;
+
     // Whether a piece of the statement was written between quotes, or between percent signs.
     bool IsQuoted(const RecordedStatement& statement, std::size_t piece) const;
     bool IsVariable(std::wstring_view piece) const;
@@ -70,10 +75,8 @@ std::string Unquoted(std::wstring_view text);
 // Whether the word is the keyword of the section's header.
 bool IsHeaderOf(std::wstring_view word, Section section);
 
-// The candidate that the word most likely meant; empty for none. Only the first few hundred are
-// looked at.
-std::string MeantName(std::wstring_view word, const std::vector<std::wstring_view>& candidates);
-// "did you mean ...?" as the help of a diagnostic; none without a candidate.
-std::vector<std::string> DidYouMean(const std::string& meant);
+// "did you mean ...?" as the help of a diagnostic; none when no candidate is near.
+std::vector<std::string> DidYouMean(std::wstring_view word,
+                                    const std::vector<std::wstring_view>& candidates);
 
 }  // namespace tarnexctl

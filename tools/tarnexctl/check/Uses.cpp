@@ -76,8 +76,7 @@ void CheckPropertyUses(const Subject& subject, Diagnostics& diagnostics) {
         Views names;
         for (const PropertyRecord& record : description.properties) names.push_back(record.name);
         diagnostics.Add("C510", subject.RangeOf(statement, name),
-                        "PROPERTIES has no " + Quoted(name) + " to map",
-                        DidYouMean(MeantName(name, names)));
+                        "PROPERTIES has no " + Quoted(name) + " to map", DidYouMean(name, names));
     }
 }
 

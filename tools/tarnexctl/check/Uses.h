@@ -27,11 +27,15 @@ class Declarations {
 public:
     Declarations(const Subject& subject, std::initializer_list<Section> sections);
 
-    // Of the name's first declaration there: the name alone.
-    ByteRange RangeOf(const compositions::UpperName& name) const;
+    struct Declared {
+        ByteRange range;         // of the name alone
+        std::wstring_view name;  // in the script's own spelling
+    };
+    // The name's first declaration there.
+    Declared Find(const compositions::UpperName& name) const;
 
 private:
-    std::map<compositions::UpperName, ByteRange> ranges_;
+    std::map<compositions::UpperName, Declared> declared_;
 };
 
 }  // namespace tarnexctl

@@ -76,8 +76,10 @@ private:
     void CheckWired(const UpperName& name, const char* code, const char* what) {
         if (Holds(wired_, name.View())) return;
         if (!declarations_) declarations_.emplace(subject_, kDeclaring);
-        diagnostics_.Add(code, declarations_->RangeOf(name),
-                         what + Quoted(name.View()) + " is not wired: STRUCTURE does not name it");
+        const Declarations::Declared declared = declarations_->Find(name);
+        diagnostics_.Add(
+            code, declared.range,
+            what + Quoted(declared.name) + " is not wired: STRUCTURE does not name it");
     }
 
     // The statement in which STRUCTURE names the node; of several trees the last one was kept.
@@ -121,7 +123,7 @@ private:
             const auto range = std::equal_range(mixes_.begin(), mixes_.end(), name);
             if (range.second - range.first < 2) continue;
             if (!declarations_) declarations_.emplace(subject_, kDeclaring);
-            diagnostics_.Add("C509", declarations_->RangeOf(description_.mixes[i]),
+            diagnostics_.Add("C509", declarations_->Find(description_.mixes[i]).range,
                              "a mix that STRUCTURE makes is called " + Quoted(name) + " too",
                              {"each MIX makes one called MIX and the number of mixes so far"});
         }
@@ -147,14 +149,15 @@ Declarations::Declarations(const Subject& subject, std::initializer_list<Section
     for (const Section section : sections) {
         for (const RecordedStatement& statement : subject.Record().Statements(section)) {
             const std::wstring_view name = subject.Record().Pieces(statement)[0];
-            ranges_.try_emplace(UpperName(name), subject.RangeOf(statement, name));
+            declared_.try_emplace(UpperName(name),
+                                  Declared{subject.RangeOf(statement, name), name});
         }
     }
 }
 
-ByteRange Declarations::RangeOf(const UpperName& name) const {
-    const auto found = ranges_.find(name);
-    return found == ranges_.end() ? ByteRange() : found->second;
+Declarations::Declared Declarations::Find(const UpperName& name) const {
+    const auto found = declared_.find(name);
+    return found == declared_.end() ? Declared() : found->second;
 }
 
 void CheckWiring(const Subject& subject, Diagnostics& diagnostics) {

@@ -19,11 +19,14 @@ constexpr std::uint64_t kLargest = 16 * 1024 * 1024;
 
 std::string ReadScriptBytes(const std::string& name) {
     const std::filesystem::path path = ExistingFile(name);
-    std::ifstream file = OpenInput(path, name);
-    std::error_code error;
-    const std::uint64_t size = std::filesystem::file_size(path, error);
     const std::string shown = "\"" + Printable(ValidUtf8(name)) + "\"";
-    if (error) throw Failure(ExitCode::kInputOutput, shown + " is not a file");
+    std::error_code error;
+    if (!std::filesystem::is_regular_file(path, error)) {  // opening a pipe would wait for a writer
+        throw Failure(ExitCode::kInputOutput, shown + " is not a plain file");
+    }
+    const std::uint64_t size = std::filesystem::file_size(path, error);
+    if (error) throw Failure(ExitCode::kInputOutput, shown + " cannot be examined");
+    std::ifstream file = OpenInput(path, name);
     if (size > kLargest) {
         throw Failure(ExitCode::kInputOutput,
                       shown + " has " + std::to_string(size) + " bytes: no script is as large",
