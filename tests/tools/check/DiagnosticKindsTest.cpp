@@ -3,6 +3,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <fstream>
+
 #include "check/DiagnosticKinds.h"
 #include "check/ScriptCheck.h"
 #include "frame/Text.h"
@@ -11,6 +13,7 @@ namespace {
 
 using namespace tarnexctl;
 using testing::Contains;
+using testing::HasSubstr;
 using testing::IsEmpty;
 
 // What needs several files at once.
@@ -57,6 +60,16 @@ TEST(DiagnosticKinds, RightExampleRaisesNothing) {
         const std::string script = CompletedExample(kind, kind.right);
         EXPECT_THAT(CodesIn(script), IsEmpty()) << kind.code << "\n" << script;
         EXPECT_EQ(ScriptChecker().Check(script).readStatus, 0);
+    }
+}
+
+TEST(DiagnosticKinds, TheManualsTableListsThem) {
+    std::ifstream file(ToPath(std::string(TARNEX_DOCS) + "/tarnexctl.md"));
+    const std::string manual((std::istreambuf_iterator<char>(file)), {});
+    for (const DiagnosticKind& kind : DiagnosticKinds()) {
+        const std::string row = std::string("| ") + kind.code + " | " +
+                                SeverityName(kind.severity) + " | " + kind.title + " |\n";
+        EXPECT_THAT(manual, HasSubstr(row));
     }
 }
 

@@ -91,6 +91,12 @@ private:
                 found == L'+' ? "a number takes no \"+\"" : "a number starts with a digit",
                 {found == L'+' ? "leave the \"+\" out" : "put a 0 in front of the full stop"});
         }
+        const std::wstring_view digits = characters::kDigits;
+        const bool betweenDigits = stop_.begin > 0 && Holds(digits, At(stop_.begin - 1)) &&
+                                   Holds(digits, At(stop_.begin + 1));
+        if (found == L',' && betweenDigits && stop_.begin == stop_.position) {
+            return Say("C306", stop_.begin, stop_.end, "a fraction stands behind a full stop");
+        }
         const bool wantsWhole =
             stop_.previous && (stop_.previous->rule == R56 || stop_.previous->rule == R57);
         if (found != L'.' || !wantsWhole || stop_.begin != stop_.position) return false;

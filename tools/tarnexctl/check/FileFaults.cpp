@@ -37,8 +37,4 @@ bool CheckFileFaults(std::string_view bytes, Diagnostics& diagnostics) {
     return true;
 }
 
-bool IsArchive(std::string_view bytes) {
-    return bytes.starts_with("ScriptArchive\0"sv);
-}
-
 }  // namespace tarnexctl

@@ -9,7 +9,4 @@ namespace tarnexctl {
 // Whether the bytes are no text that a script could be; says why.
 bool CheckFileFaults(std::string_view bytes, Diagnostics& diagnostics);
 
-// Whether the bytes are an archive, which is no script.
-bool IsArchive(std::string_view bytes);
-
 }  // namespace tarnexctl

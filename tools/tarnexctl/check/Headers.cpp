@@ -122,15 +122,18 @@ std::uint64_t Headers::NextHeader(std::uint64_t offset) const {
 std::vector<std::string> Headers::NotRead(std::uint64_t from) const {
     const std::string_view bytes = subject_.Bytes();
     const std::uint64_t next = NextHeader(from);
-    const std::size_t last = bytes.substr(0, next).find_last_not_of(" \t\r\n");
-    if (last == bytes.npos || last < from) return {};
+    const std::size_t end = bytes.substr(0, next).find_last_not_of(" \t\r\n");
+    if (end == bytes.npos || end < from) return {};
     const std::uint64_t firstLine = source_.LineOf(from);
-    const std::uint64_t lastLine = source_.LineOf(last);
+    const std::uint64_t lastLine = source_.LineOf(end);
+    const bool whole = source_.IsFirstOfLine(from);
+    const std::string first = std::to_string(firstLine);
+    const std::string last = std::to_string(lastLine);
     if (firstLine == lastLine) {
-        return {(source_.IsFirstOfLine(from) ? "not read: line " : "not read: the rest of line ") +
-                std::to_string(lastLine)};
+        return {(whole ? "not read: line " : "not read: the rest of line ") + last};
     }
-    return {"not read: lines " + std::to_string(firstLine) + " to " + std::to_string(lastLine)};
+    return {whole ? "not read: lines " + first + " to " + last
+                  : "not read: the rest of line " + first + ", up to line " + last};
 }
 
 void Headers::Check(Diagnostics& diagnostics) const {

@@ -56,8 +56,8 @@ constexpr DiagnosticKind kKinds[] = {
      "[STRUCTURE]\n"
      "OUTPUT = MIX(Soften(Video), Title)\n"},
     {"C306", kError, "a number that cannot be written so",
-     "Numbers are digits, with \"-\" in front and a fraction behind if need be. There is no +7 "
-     "and no .5, and SPEED and the numbers of inputs are whole.",
+     "Numbers are digits, with \"-\" in front and a fraction behind if need be. There is no +7, "
+     "no .5 and no 0,5, and SPEED and the numbers of inputs are whole.",
      "[SETUP]\n"
      "NAME = \"Soft Focus\"\n"
      "CATEGORY = \"Light\"\n"

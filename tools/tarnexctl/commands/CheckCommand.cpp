@@ -1,12 +1,12 @@
+#include <filesystem>
 #include <map>
 #include <optional>
 #include <utility>
 
 #include "check/CheckReport.h"
-#include "check/FileFaults.h"
 #include "check/Subject.h"
 #include "commands/Commands.h"
-#include "frame/InputFile.h"
+#include "description/LoadedDescription.h"
 #include "frame/Session.h"
 #include "frame/Text.h"
 
@@ -18,25 +18,15 @@ namespace {
 constexpr std::uint64_t kLargest = 16 * 1024 * 1024;
 
 std::string ReadScriptBytes(const std::string& name) {
-    const std::filesystem::path path = ExistingFile(name);
-    const std::string shown = "\"" + Printable(ValidUtf8(name)) + "\"";
     std::error_code error;
-    if (!std::filesystem::is_regular_file(path, error)) {  // opening a pipe would wait for a writer
-        throw Failure(ExitCode::kInputOutput, shown + " is not a plain file");
-    }
-    const std::uint64_t size = std::filesystem::file_size(path, error);
-    if (error) throw Failure(ExitCode::kInputOutput, shown + " cannot be examined");
-    std::ifstream file = OpenInput(path, name);
-    if (size > kLargest) {
+    const std::uint64_t size = std::filesystem::file_size(ToPath(name), error);
+    const std::string shown = "\"" + Printable(ValidUtf8(name)) + "\"";
+    if (!error && size > kLargest) {
         throw Failure(ExitCode::kInputOutput,
                       shown + " has " + std::to_string(size) + " bytes: no script is as large",
                       "up to " + std::to_string(kLargest) + " bytes are checked");
     }
-    std::string bytes(static_cast<std::size_t>(size), '\0');
-    file.read(bytes.data(), static_cast<std::streamsize>(size));
-    if (file.gcount() != static_cast<std::streamsize>(size)) {
-        throw Failure(ExitCode::kInputOutput, shown + " cannot be read");
-    }
+    std::string bytes = ReadInput(name);
     if (IsArchive(bytes)) {
         throw Failure(ExitCode::kInputOutput, shown + " is an archive, not a script");
     }
