@@ -27,7 +27,8 @@ public:
     // A script of nonsense may hold a million mistakes: behind this many they are only counted.
     static constexpr std::size_t kMost = 100;
 
-    // False from the first one on that would only be counted: no more need to look for a cause.
+    // False from the first one on that would only be counted: no more need to look for its place or
+    // its cause.
     bool HasRoom() const { return list_.size() < kMost; }
     bool IsEmpty() const { return list_.empty(); }
 

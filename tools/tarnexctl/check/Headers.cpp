@@ -141,7 +141,6 @@ void Headers::Check(Diagnostics& diagnostics) const {
     CheckWithinText(diagnostics);
     CheckUnreached(diagnostics);
     for (const BracketedWord& bracket : brackets_) {
-        if (!diagnostics.HasRoom()) return;
         const std::uint64_t offset = subject_.OffsetAt(bracket.begin);
         if (!Counts(bracket) && !IsRead(offset)) CheckBracket(bracket, diagnostics);
     }
@@ -149,7 +148,8 @@ void Headers::Check(Diagnostics& diagnostics) const {
 
 void Headers::CheckBracket(const BracketedWord& bracket, Diagnostics& diagnostics) const {
     const ByteRange range = subject_.RangeOf(bracket.begin, bracket.end);
-    std::vector<std::string> notRead = NotRead(range.begin);
+    std::vector<std::string> notRead;
+    if (diagnostics.HasRoom()) notRead = NotRead(range.begin);
     if (bracket.section && !bracket.blankBehind) {
         std::vector<std::string> help;
         if (range.end < subject_.Bytes().size() && subject_.Bytes()[range.end] == ';') {

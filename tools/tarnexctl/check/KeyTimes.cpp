@@ -39,11 +39,12 @@ double NumberValue(std::wstring_view number) {
 void CheckKeyTimes(const Subject& subject, const RecordedStatement& statement,
                    const compositions::Envelope& envelope, Diagnostics& diagnostics) {
     for (std::size_t i = 1; i < envelope.keys.size(); ++i) {
-        if (!diagnostics.HasRoom()) return;
         const std::wstring_view before = envelope.keys[i - 1].time;
         const std::wstring_view time = envelope.keys[i].time;
         if (NumberValue(time) >= NumberValue(before)) continue;
-        diagnostics.Add("C512", RangeOfKey(subject, statement, i),
+        const ByteRange range =
+            diagnostics.HasRoom() ? RangeOfKey(subject, statement, i) : statement.range;
+        diagnostics.Add("C512", range,
                         "the time " + Unquoted(time) + " lies before " + Unquoted(before) +
                             ", the one in front of it");
     }

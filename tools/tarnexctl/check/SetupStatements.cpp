@@ -127,6 +127,7 @@ void CheckSourceStatements(const Subject& subject, Diagnostics& diagnostics) {
     const RegistryValues& values = subject.Description().registryValues;
     const auto addUnknown = [&](const RecordedStatement& statement, std::wstring_view variable) {
         std::vector<std::wstring_view> names;
+        if (!diagnostics.HasRoom()) return diagnostics.Add("C413", {}, "");
         for (const RecordedStatement& setup : subject.Record().Statements(Section::kSetup)) {
             if (setup.rule == R28) names.push_back(subject.Record().Pieces(setup)[0]);
         }

@@ -98,7 +98,6 @@ void CheckEnvelopeStatements(const Subject& subject, Diagnostics& diagnostics) {
 void CheckTimelineStatements(const Subject& subject, Diagnostics& diagnostics) {
     const EffectInstances& instances = subject.Description().effectInstances;
     for (const RecordedStatement& statement : subject.Record().Statements(Section::kTimeline)) {
-        if (!diagnostics.HasRoom()) return;
         const auto pieces = subject.Record().Pieces(statement);
         if (statement.outcome == StatementOutcome::kSkipped) {
             diagnostics.Add("C312", statement.range, "what follows is no value: nothing is set", {},
@@ -108,7 +107,9 @@ void CheckTimelineStatements(const Subject& subject, Diagnostics& diagnostics) {
             if (instances.contains(UpperName(pieces[i]))) continue;
             diagnostics.Add("C412", subject.RangeOf(statement, pieces[i]),
                             "EFFECTS declares no " + Quoted(pieces[i]),
-                            DidYouMean(pieces[i], subject.NamesOf(Section::kEffects)));
+                            diagnostics.HasRoom()
+                                ? DidYouMean(pieces[i], subject.NamesOf(Section::kEffects))
+                                : std::vector<std::string>());
         }
     }
 }

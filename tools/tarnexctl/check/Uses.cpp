@@ -69,12 +69,14 @@ void CheckPropertyUses(const Subject& subject, Diagnostics& diagnostics) {
         properties.emplace_back(record.name);
     std::sort(properties.begin(), properties.end());
     for (const RecordedStatement& statement : subject.Record().Statements(Section::kMapping)) {
-        if (!diagnostics.HasRoom()) return;
         const std::wstring_view name =
             subject.Record().Pieces(statement)[subject.FirstQuoted(statement)];
         if (std::binary_search(properties.begin(), properties.end(), UpperName(name))) continue;
         Views names;
-        for (const PropertyRecord& record : description.properties) names.push_back(record.name);
+        if (diagnostics.HasRoom()) {
+            for (const PropertyRecord& record : description.properties)
+                names.push_back(record.name);
+        }
         diagnostics.Add("C510", subject.RangeOf(statement, name),
                         "PROPERTIES has no " + Quoted(name) + " to map", DidYouMean(name, names));
     }
@@ -90,7 +92,6 @@ void CheckEnvelopeUses(const Subject& subject, Diagnostics& diagnostics) {
     std::sort(used.begin(), used.end());
     const bool isTimelineKnown = subject.IsWhole(Section::kTimeline);
     for (const RecordedStatement& statement : subject.Record().Statements(Section::kEnvelopes)) {
-        if (!diagnostics.HasRoom()) return;
         if (statement.outcome != StatementOutcome::kTaken) continue;
         const std::wstring_view name = subject.Record().Pieces(statement)[0];
         const auto envelope = description.envelopes.find(UpperName(name));

@@ -112,8 +112,7 @@ private:
             const bool isMix = node.inputs.size() < 2 && Holds(mixes_, node.name.View()) &&
                                !description_.effectInstances.contains(node.name);
             if (!isMix) continue;
-            if (!diagnostics_.HasRoom()) return;
-            diagnostics_.Add("C505", NamedAt(i).range,
+            diagnostics_.Add("C505", diagnostics_.HasRoom() ? NamedAt(i).range : ByteRange(),
                              node.inputs.empty() ? "a mix that nothing feeds"
                                                  : "a mix of one: it changes nothing");
         }
