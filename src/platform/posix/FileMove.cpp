@@ -9,6 +9,7 @@
 #include <cerrno>
 #include <cstdio>
 #include <memory>
+#include <string_view>
 #include <system_error>
 
 #include "platform/CodePage.h"
@@ -61,9 +62,11 @@ std::vector<std::wstring> ListFolder(const std::wstring& folder, const std::wstr
     const std::string native = folder.empty() ? "." : NativePath(folder);
     const std::unique_ptr<DIR, int (*)(DIR*)> entries(opendir(native.c_str()), &closedir);
     if (entries == nullptr) return names;
+    const std::string nativePrefix = ToNarrow(prefix, CodePage::kAnsi);
     while (const dirent* entry = readdir(entries.get())) {
-        std::wstring name = ToWide(entry->d_name, CodePage::kAnsi);
-        if (name.starts_with(prefix)) names.push_back(std::move(name));
+        // Folders may be large, and hardly a name is wanted.
+        if (!std::string_view(entry->d_name).starts_with(nativePrefix)) continue;
+        names.push_back(ToWide(entry->d_name, CodePage::kAnsi));
     }
     return names;
 }
