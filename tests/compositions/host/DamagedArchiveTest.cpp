@@ -83,5 +83,42 @@ TEST_F(DamagedArchive, VersionsFromOneOnAreRead) {
     EXPECT_EQ(refused_, 2u);
 }
 
+// Not damaged, but as odd as files may be.
+
+class OddArchive : public DamagedArchive {
+protected:
+    std::string Create(const std::string& bytes) {
+        const std::filesystem::path path = sandbox_.Folder() / "odd.mxf";
+        std::filesystem::remove(path);
+        std::ofstream(path, std::ios::binary) << bytes;
+        return host_.Do({"create_path", Utf8(path)});
+    }
+};
+
+TEST_F(OddArchive, BytesBehindTheDescriptionAreIgnored) {
+    EXPECT_EQ(Create(file_.bytes + "anything"), "0 set N\\C");
+}
+
+TEST_F(OddArchive, WhatAScriptMayNotBeIsBelieved) {
+    plain::Description description;  // a filter without an input, and without a name
+    description.isFilter = true;
+    EXPECT_EQ(Create(plain::Write(description).bytes), "0 set \\");
+}
+
+TEST_F(OddArchive, MillionNestedNodesAreRead) {
+    constexpr std::size_t kLevels = 1'000'000;
+    const std::string zero(8, '\0');
+    const std::string one = '\1' + std::string(7, '\0');
+    std::string bytes = file_.bytes.substr(0, 18) + std::string(9 * 8, '\0');
+    for (std::size_t level = 1; level < kLevels; ++level) bytes += zero + one;
+    bytes.append(8 * (kLevels + 2), '\0');  // the deepest one, then everybody's second list
+    bytes += one + std::string("D\0", 2) + one + std::string("C\0", 2);
+    bytes.append(8 + 8 + 1 + 4 + 1, '\0');
+    EXPECT_EQ(Create(bytes), "0 set D\\C");
+    bytes.resize(bytes.size() / 2);
+    ++refused_;
+    EXPECT_EQ(Create(bytes), "12 empty");
+}
+
 }  // namespace
 }  // namespace host_test
