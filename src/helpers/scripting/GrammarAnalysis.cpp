@@ -121,4 +121,22 @@ bool GrammarAnalysis::AlwaysStores(const GrammarNode& node, bool store, Rules& v
     return false;
 }
 
+bool GrammarAnalysis::MayReport() const {
+    const auto& rules = grammar_.Rules();
+    return std::any_of(rules.begin(), rules.end(),
+                       [&](const GrammarNode& node) { return MayReport(node); });
+}
+
+bool GrammarAnalysis::MayReport(const GrammarNode& node) const {
+    const NodeSort sort = SortOf(grammar_, node);
+    if (sort != NodeSort::kChoice && sort != NodeSort::kSequence) return false;
+    const auto& children = sort == NodeSort::kChoice ? node.choice : node.sequence;
+    if (children.size() != 2) return true;
+    if (sort == NodeSort::kSequence && (node.flags & kJoin) != 0 &&
+        !AlwaysStores(children[0], (node.flags & kDropFirst) == 0)) {
+        return true;
+    }
+    return MayReport(children[0]) || MayReport(children[1]);
+}
+
 }  // namespace helpers::scripting

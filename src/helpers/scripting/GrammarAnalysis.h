@@ -27,6 +27,10 @@ public:
     bool ComesFirst(std::uint32_t from, std::uint32_t to) const { return Leads(first_, from, to); }
     // Whether matching the rule may come to the rule again.
     bool IsRecursive(std::uint32_t rule) const { return recursive_.count(rule) != 0; }
+    // Whether matching some rule, or the node itself, may have an inconsistency to report. Says yes
+    // when in doubt.
+    bool MayReport() const;
+    bool MayReport(const GrammarNode& node) const;
     // Whether matching the rule may come to a rule inside a match of that same rule.
     bool ComesToRecursion(std::uint32_t rule) const;
 

@@ -31,6 +31,8 @@ struct GrammarNode {
     GrammarNode() = default;
     // A symbol may stand wherever a node may.
     GrammarNode(std::uint32_t symbol) : id(symbol) {}  // NOLINT: implicit on purpose
+
+    bool operator==(const GrammarNode&) const = default;
 };
 
 inline GrammarNode symbol(std::uint32_t id) {

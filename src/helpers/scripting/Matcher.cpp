@@ -38,11 +38,7 @@ bool Matcher::Match(const Program& program, std::uint32_t address, std::size_t& 
     report_ = report;
     frames_.clear();
     pieces_.Start(before);
-    MoveTo(position);
-    at_ = address;
-    if (!Run()) return false;
-    position = position_;
-    return true;
+    return Run(address, position);
 }
 
 // Every position is tried in turn, but where no match can begin. Blanks before a match belong to
@@ -68,55 +64,70 @@ bool Matcher::Find(const Program& program, const Entry& entry, std::size_t& posi
     return found;
 }
 
-bool Matcher::Run() {
+bool Matcher::Run(std::uint32_t address, std::size_t& position) {
+    const Instruction* const code = program_->code.data();
+    Place place = PlaceAt(position);
     for (;;) {
-        const Instruction& instruction = program_->code[at_];
+        const Instruction& instruction = code[address];
         bool goesOn = true;
         switch (instruction.operation) {
             case Operation::kLexem:
-                goesOn = ReadLexem(instruction);
+                goesOn = ReadLexem(instruction, place);
+                ++address;
                 break;
             case Operation::kCall:
-                goesOn = Call(instruction);
+                goesOn = Call(instruction, address, place);
                 break;
             case Operation::kReturn:
-                Return();
+                address = Return(place);
+                break;
+            case Operation::kTest:
+                address = StandsAt(place, instruction.first) ? address + 1 : instruction.target;
                 break;
             case Operation::kChoice:
-                Choose(instruction);
+                if (StandsAt(place, instruction.first)) {
+                    Choose(instruction, place);
+                    ++address;
+                } else {
+                    address = instruction.target;
+                }
                 break;
             case Operation::kCommit:
                 frames_.pop_back();
-                at_ = instruction.target;
+                address = instruction.target;
+                break;
+            case Operation::kJump:
+                address = instruction.target;
                 break;
             case Operation::kFail:
                 goesOn = false;
                 break;
             case Operation::kAddEmpty:
                 pieces_.Add(0, 0);
-                ++at_;
+                ++address;
                 break;
             case Operation::kCheckJoin:
                 if (pieces_.Count() == 0) report_(kJoinWithoutPieceLine);
-                ++at_;
+                ++address;
                 break;
             case Operation::kReport:
                 report_(static_cast<int>(instruction.target));
-                ++at_;
+                ++address;
                 break;
             case Operation::kMatched:
+                position = place.position;
                 return true;
         }
-        if (!goesOn && !Backtrack()) return false;
+        if (!goesOn && !Backtrack(address, place)) return false;
     }
 }
 
-bool Matcher::ReadLexem(const Instruction& instruction) {
-    if (first_ == kNoPosition) return false;
+inline bool Matcher::ReadLexem(const Instruction& instruction, Place& place) {
+    if (place.first == kNoPosition) return false;
     const CompiledLexem& lexem = program_->lexems[instruction.lexem];
     LexemSpan span;
-    if (scanner_.Read(lexem, first_, span) != LexemOutcome::kRead) return false;
-    last_ = {lexem.kind, span.begin, span.length};
+    if (scanner_.Read(lexem, place.first, span) != LexemOutcome::kRead) return false;
+    last_ = {span.begin, static_cast<std::uint32_t>(span.length), lexem.kind};
     ++reads_;
     if (instruction.keyword != kNone &&
         !EqualsKeyword(scanner_.Text().substr(span.begin, span.length),
@@ -130,89 +141,90 @@ bool Matcher::ReadLexem(const Instruction& instruction) {
             pieces_.Add(span.begin, span.length);
         }
     }
-    MoveTo(span.next);
-    ++at_;
+    place = PlaceAt(span.next);
     return true;
 }
 
-bool Matcher::Call(const Instruction& instruction) {
-    if (instruction.mayLoop && IsOpenHere(instruction.target)) return false;
-    if (memory_ && instruction.remember) {
-        const auto found = memory_->find({instruction.target, first_});
-        if (found != memory_->end()) return Recall(found->second);
-    } else if (instruction.tail && !instruction.mayLoop) {
-        at_ = instruction.target;
+inline bool Matcher::Call(const Instruction& call, std::uint32_t& address, Place& place) {
+    if (call.mayLoop && IsOpenHere(call.target, place)) return false;
+    if (memory_ && call.remember) {
+        const auto found = memory_->find({call.target, place.first});
+        if (found != memory_->end()) {
+            ++address;
+            return Recall(found->second, place);
+        }
+    } else if (call.tail && !call.mayLoop) {
+        address = call.target;
         return true;
     }
-    frames_.push_back({at_ + 1, instruction.target, position_, reads_});
-    at_ = instruction.target;
+    frames_.push_back({address + 1, call.target, place.position, reads_, 0, {}});
+    address = call.target;
     return true;
 }
 
-void Matcher::Return() {
+inline std::uint32_t Matcher::Return(const Place& place) {
     const Frame frame = frames_.back();
     frames_.pop_back();
-    Remember(frame, position_);
-    at_ = frame.address;
+    if (memory_) Remember(frame, place.position);
+    return frame.address;
 }
 
-void Matcher::Choose(const Instruction& instruction) {
-    const bool mayMatch = instruction.first.table == nullptr ||
-                          (first_ != kNoPosition && instruction.first.Has(scanner_.Text()[first_]));
-    if (!mayMatch) {
-        at_ = instruction.target;
-        return;
-    }
-    frames_.push_back({instruction.target, kNone, position_, pieces_.Count()});
-    ++at_;
+// Without a set, whatever stands there will do.
+inline bool Matcher::StandsAt(const Place& place, const CharacterSet& set) const {
+    return set.table == nullptr ||
+           (place.first != kNoPosition && set.Has(scanner_.Text()[place.first]));
+}
+
+inline void Matcher::Choose(const Instruction& choice, const Place& place) {
+    frames_.push_back({choice.target, kNone, place.position, pieces_.Count(),
+                       choice.rereads ? pieces_.SegmentCount() : kNoPosition, last_});
 }
 
 // Goes back to the last open choice; false when there is none.
-bool Matcher::Backtrack() {
+bool Matcher::Backtrack(std::uint32_t& address, Place& place) {
     while (!frames_.empty()) {
         const Frame frame = frames_.back();
         frames_.pop_back();
-        if (frame.callee == kNone) {
-            at_ = frame.address;
-            MoveTo(frame.position);
-            pieces_.CutTo(frame.count);
-            return true;
+        if (frame.callee != kNone) {
+            if (memory_) Remember(frame, kNoPosition);
+            continue;
         }
-        Remember(frame, kNoPosition);
+        address = frame.address;
+        place = PlaceAt(frame.position);
+        pieces_.CutTo(frame.count);
+        if (frame.segments != kNoPosition) {
+            pieces_.CutSegmentsTo(frame.segments);
+            last_ = frame.last;
+        }
+        return true;
     }
     pieces_.CutToStart();
     return false;
 }
 
 // A rule that comes to itself without having read anything would do so for ever; it does not match.
-bool Matcher::IsOpenHere(std::uint32_t callee) const {
+bool Matcher::IsOpenHere(std::uint32_t callee, const Place& place) const {
     for (auto frame = frames_.rbegin(); frame != frames_.rend(); ++frame) {
-        if (frame->position != position_) return false;
+        if (frame->position != place.position) return false;
         if (frame->callee == callee) return true;
     }
     return false;
 }
 
 void Matcher::Remember(const Frame& frame, std::size_t end) {
-    if (!memory_ || !program_->code[frame.address - 1].remember) return;
+    if (!program_->code[frame.address - 1].remember) return;
     const std::size_t first = scanner_.SkipBlanks(frame.position);
     memory_->insert_or_assign({frame.callee, first}, Remembered{end, reads_ != frame.count, last_});
 }
 
-bool Matcher::Recall(const Remembered& remembered) {
+bool Matcher::Recall(const Remembered& remembered, Place& place) {
     if (remembered.readLexems) {
         last_ = remembered.last;
         ++reads_;
     }
     if (remembered.end == kNoPosition) return false;
-    MoveTo(remembered.end);
-    ++at_;
+    place = PlaceAt(remembered.end);
     return true;
-}
-
-void Matcher::MoveTo(std::size_t position) {
-    position_ = position;
-    first_ = scanner_.SkipBlanks(position);
 }
 
 }  // namespace helpers::scripting

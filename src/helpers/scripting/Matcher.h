@@ -18,9 +18,9 @@ namespace helpers::scripting {
 // The last lexem that was read anywhere, by a match that failed later or a keyword that differed
 // included.
 struct LastLexem {
-    std::uint32_t kind = 0;
     std::size_t begin = 0;
-    std::size_t length = 0;
+    std::uint32_t length = 0;  // no text is longer than a 32-bit length
+    std::uint32_t kind = 0;
 };
 
 class Matcher {
@@ -41,13 +41,20 @@ public:
     const PieceRecorder& Recorded() const { return pieces_; }
 
 private:
-    // An open choice (where to go on, from where, with how many pieces) or an open call (where to
-    // return to, where from, after how many lexems read, and which rule).
+    // Where the matcher stands: the position, and the next character that is no blank.
+    struct Place {
+        std::size_t position;
+        std::size_t first;
+    };
+    // An open choice (where to go on, from where, and what was stored and read last by then) or an
+    // open call (where to return to, from where, after how many lexems, and which rule).
     struct Frame {
         std::uint32_t address;
         std::uint32_t callee;  // kNone for a choice
         std::size_t position;
-        std::size_t count;
+        std::size_t count;  // pieces, or lexems read
+        std::size_t segments;
+        LastLexem last;
     };
     // What a call came to during a search.
     struct Remembered {
@@ -62,16 +69,17 @@ private:
     };
     using Memory = std::unordered_map<std::pair<std::uint32_t, std::size_t>, Remembered, KeyHash>;
 
-    bool Run();
-    bool ReadLexem(const Instruction& instruction);
-    bool Call(const Instruction& instruction);
-    void Return();
-    void Choose(const Instruction& instruction);
-    bool Backtrack();
-    bool IsOpenHere(std::uint32_t callee) const;
-    bool Recall(const Remembered& remembered);
+    bool Run(std::uint32_t address, std::size_t& position);
+    bool ReadLexem(const Instruction& instruction, Place& place);
+    bool Call(const Instruction& call, std::uint32_t& address, Place& place);
+    std::uint32_t Return(const Place& place);
+    bool StandsAt(const Place& place, const CharacterSet& set) const;
+    void Choose(const Instruction& choice, const Place& place);
+    bool Backtrack(std::uint32_t& address, Place& place);
+    bool IsOpenHere(std::uint32_t callee, const Place& place) const;
+    bool Recall(const Remembered& remembered, Place& place);
     void Remember(const Frame& frame, std::size_t end);
-    void MoveTo(std::size_t position);
+    Place PlaceAt(std::size_t position) { return {position, scanner_.SkipBlanks(position)}; }
 
     TextScanner& scanner_;
     LastLexem& last_;
@@ -81,9 +89,6 @@ private:
     std::vector<Frame> frames_;
     std::unique_ptr<Memory> memory_;  // only while a search remembers
     std::size_t reads_ = 0;           // lexems read
-    std::uint32_t at_ = 0;            // the instruction
-    std::size_t position_ = 0;
-    std::size_t first_ = 0;  // the next character that is no blank
 };
 
 }  // namespace helpers::scripting

@@ -42,6 +42,10 @@ public:
 
     void CutToStart() { CutTo(before_); }
 
+    // For going back to the very state that was left, joined pieces included.
+    std::size_t SegmentCount() const { return segments_.size(); }
+    void CutSegmentsTo(std::size_t count) { segments_.resize(count); }
+
     // Fills `out` with the new pieces. Needs Start(0).
     void Fill(std::wstring_view text, Pieces& out) const;
     // Appends to `out`, which held the pieces of Start().

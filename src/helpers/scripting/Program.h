@@ -30,8 +30,10 @@ enum class Operation : std::uint8_t {
     kLexem,      // read a lexem, compare its keyword, store it
     kCall,       // match the rule at `target`
     kReturn,     // a rule has matched
-    kChoice,     // on failure go on at `target` from here
+    kTest,       // go on at `target` unless a character of `first` stands here
+    kChoice,     // the same; otherwise, on a later failure, go on at `target` from here
     kCommit,     // drop the last choice and go on at `target`
+    kJump,       // go on at `target`
     kFail,       // no match here
     kAddEmpty,   // store an empty string
     kCheckJoin,  // report an append without anything to append to
@@ -45,13 +47,14 @@ struct Instruction {
     Operation operation = Operation::kFail;
     bool store = false;
     bool append = false;
-    bool mayLoop = false;          // a call that can come back here without having read anything
-    bool remember = false;         // a call of a recursive rule: a search remembers what it came to
-    bool tail = false;             // a call with nothing behind it in its rule
-    std::uint32_t target = kNone;  // an instruction, or a line to report
-    std::uint32_t lexem = kNone;   // index into lexems
+    bool mayLoop = false;   // a call that can come back here without having read anything
+    bool remember = false;  // a call of a recursive rule: a search remembers what it came to
+    bool tail = false;      // a call with nothing behind it in its rule
+    bool rereads = false;   // a choice whose second alternative begins with what was read before it
+    std::uint32_t target = kNone;   // an instruction, or a line to report
+    std::uint32_t lexem = kNone;    // index into lexems
     std::uint32_t keyword = kNone;  // index into keywords
-    CharacterSet first;  // kChoice: what its first alternative may begin with; no table: anything
+    CharacterSet first;             // what goes on here may begin with; no table: anything
 };
 
 // Where matching a symbol begins, and the characters that any match of it begins with.

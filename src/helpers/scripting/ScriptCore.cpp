@@ -58,7 +58,7 @@ bool ScriptCore::ReadLexem(std::uint32_t kind, LexemSpan& span) {
 
 void ScriptCore::Take(std::uint32_t kind, const LexemSpan& span) {
     position_ = span.next;
-    last_ = {kind, span.begin, span.length};
+    last_ = {span.begin, static_cast<std::uint32_t>(span.length), kind};
     lexemRead_ = true;
 }
 

@@ -36,8 +36,9 @@ public:
 
     // The first character from `from` on that is no blank; kNoPosition for none.
     std::size_t SkipBlanks(std::size_t from) {
-        if (from < text_.size() && !program_->blanks.Has(text_[from])) return from;
-        return Find(program_->notBlanks, from);
+        if (from >= text_.size()) return kNoPosition;
+        if (!program_->blanks.Has(text_[from])) return from;
+        return Find(program_->notBlanks, from + 1);
     }
 
     // The first character of the set from `from` on; kNoPosition for none.

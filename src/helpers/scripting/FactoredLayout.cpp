@@ -1,0 +1,176 @@
+#include <span>
+
+#include "helpers/scripting/ProgramBuilder.h"
+
+namespace helpers::scripting {
+namespace {
+
+// One step of an alternative that was laid flat.
+struct Step {
+    const GrammarNode* node;  // a lexem, a rule to call, or a choice; null to add an empty piece
+    Mode mode;
+
+    bool operator==(const Step& other) const {
+        if (mode != other.mode || (node == nullptr) != (other.node == nullptr)) return false;
+        return node == other.node || *node == *other.node;
+    }
+};
+
+using Steps = std::vector<Step>;
+using Alternatives = std::span<const Steps>;
+
+class Layout {
+public:
+    explicit Layout(ProgramBuilder& builder) : builder_(builder) {}
+
+    void LayOut(const GrammarNode& node, const Mode& mode, bool first) {
+        std::vector<Steps> alternatives;
+        CollectAlternatives(node, mode, alternatives);
+        EmitAlternatives(alternatives, 0, mode.append == Append::kNo, first);
+    }
+
+private:
+    // Rules of more nodes than this, those of rules in them included, stay calls.
+    static constexpr std::size_t kMostNodesInPlace = 40;
+
+    NodeSort Sort(const GrammarNode& node) const { return SortOf(builder_.Tables(), node); }
+
+    // The rule's node when it is laid out in place of a call; null when it is called.
+    const GrammarNode* InPlace(const GrammarNode& node) const {
+        if (builder_.Analysis().IsRecursive(node.id)) return nullptr;
+        const GrammarNode& rule = builder_.Tables().Rules()[node.id];
+        return Nodes(rule, kMostNodesInPlace) < kMostNodesInPlace ? &rule : nullptr;
+    }
+
+    // Counts nodes as they would be laid out; stops at `most`.
+    std::size_t Nodes(const GrammarNode& node, std::size_t most) const {
+        std::size_t count = 1;
+        const NodeSort sort = Sort(node);
+        if (sort == NodeSort::kRule && !builder_.Analysis().IsRecursive(node.id)) {
+            return most <= 1 ? most : 1 + Nodes(builder_.Tables().Rules()[node.id], most - 1);
+        }
+        if (sort != NodeSort::kChoice && sort != NodeSort::kSequence) return count;
+        for (const GrammarNode& child : sort == NodeSort::kChoice ? node.choice : node.sequence) {
+            if (count >= most) return most;
+            count += Nodes(child, most - count);
+        }
+        return count;
+    }
+
+    void CollectAlternatives(const GrammarNode& node, const Mode& mode, std::vector<Steps>& out) {
+        if (Sort(node) != NodeSort::kChoice) {
+            CollectSteps(node, mode, out.emplace_back());
+            return;
+        }
+        for (const GrammarNode& child : node.choice) {
+            CollectAlternatives(child, {true, mode.append}, out);
+        }
+    }
+
+    void CollectSteps(const GrammarNode& node, const Mode& mode, Steps& out) {
+        switch (Sort(node)) {
+            case NodeSort::kSequence:
+                CollectSteps(node.sequence[0], builder_.ChildMode(node, mode, 0), out);
+                CollectSteps(node.sequence[1], builder_.ChildMode(node, mode, 1), out);
+                if ((node.flags & kAddEmpty) != 0) out.push_back({nullptr, {}});
+                break;
+            case NodeSort::kRule:
+                if (const GrammarNode* rule = InPlace(node)) {
+                    CollectSteps(*rule, mode, out);
+                    break;
+                }
+                [[fallthrough]];
+            default:
+                out.push_back({&node, mode});
+        }
+    }
+
+    // `depth` steps, the same in all of them, are laid out already.
+    void EmitAlternatives(Alternatives all, std::size_t depth, bool mayShare, bool first) {
+        if (all.front().size() == depth) return;  // matches as it is; the others are never tried
+        const std::size_t sharing = mayShare ? CountSharing(all, depth) : 1;
+        if (sharing < all.size()) return EmitChoice(all, sharing, depth, mayShare, first);
+        EmitStep(all.front()[depth], first && depth == 0);
+        EmitAlternatives(all, depth + 1, mayShare, first);
+    }
+
+    // How many alternatives from the first on go on with the same step.
+    static std::size_t CountSharing(Alternatives all, std::size_t depth) {
+        std::size_t count = 1;
+        while (count < all.size() && all[count].size() > depth &&
+               all[count][depth] == all[0][depth]) {
+            ++count;
+        }
+        return count;
+    }
+
+    void EmitChoice(Alternatives all, std::size_t split, std::size_t depth, bool mayShare,
+                    bool first) {
+        const Alternatives head = all.first(split);
+        const Alternatives rest = all.subspan(split);
+        const bool exclusive = AreExclusive(head, rest, depth);
+        const std::uint32_t choice = builder_.Here();
+        const CharacterSet begins = builder_.SetOf(FirstCharacters(head, depth));
+        Instruction& instruction = builder_.Emit(exclusive ? Operation::kTest : Operation::kChoice);
+        instruction.first = begins;
+        instruction.rereads = depth != 0;
+        EmitAlternatives(head, depth, mayShare, first);
+        const std::uint32_t leave = builder_.Here();
+        builder_.Emit(exclusive ? Operation::kJump : Operation::kCommit);
+        builder_.At(choice).target = builder_.Here();
+        EmitAlternatives(rest, depth, mayShare, first);
+        builder_.At(leave).target = builder_.Here();
+    }
+
+    // Whether the next character decides, so that nobody needs to come back for the rest. Behind
+    // shared steps the rest would read those again and so change what was read last: then coming
+    // back is spared only where the head reads nothing before it fails.
+    bool AreExclusive(Alternatives head, Alternatives rest, std::size_t depth) const {
+        for (const Steps& steps : rest) {
+            if (steps.size() == depth || steps[depth].node == nullptr) return false;
+        }
+        const std::wstring others = FirstCharacters(rest, depth);
+        if (FirstCharacters(head, depth).find_first_of(others) != others.npos) return false;
+        if (depth == 0) return true;
+        const Step& step = head.front()[depth];
+        return head.size() == 1 && head.front().size() == depth + 1 && step.node != nullptr &&
+               Sort(*step.node) == NodeSort::kLexem && step.node->keyword.empty();
+    }
+
+    std::wstring FirstCharacters(Alternatives alternatives, std::size_t depth) const {
+        std::wstring characters;
+        for (const Steps& steps : alternatives) {
+            if (steps[depth].node == nullptr) continue;
+            characters += builder_.Analysis().FirstCharacters(*steps[depth].node);
+        }
+        return characters;
+    }
+
+    void EmitStep(const Step& step, bool first) {
+        if (step.node == nullptr) {
+            builder_.Emit(Operation::kAddEmpty);
+            return;
+        }
+        switch (Sort(*step.node)) {
+            case NodeSort::kLexem:
+                return builder_.EmitLexem(*step.node, step.mode);
+            case NodeSort::kRule:
+                return builder_.EmitCall(step.node->id, step.mode, first);
+            case NodeSort::kChoice:
+                return LayOut(*step.node, step.mode, first);
+            default:
+                builder_.Emit(Operation::kFail);
+        }
+    }
+
+    ProgramBuilder& builder_;
+};
+
+}  // namespace
+
+void LayOutFactored(ProgramBuilder& builder, const GrammarNode& node, const Mode& mode,
+                    bool first) {
+    Layout(builder).LayOut(node, mode, first);
+}
+
+}  // namespace helpers::scripting

@@ -1,0 +1,101 @@
+#include "helpers/scripting/ProgramBuilder.h"
+
+#include <algorithm>
+
+#include "platform/CharacterCase.h"
+
+namespace helpers::scripting {
+
+ProgramBuilder::ProgramBuilder(const Grammar& grammar, std::wstring_view blanks, Program& program)
+    : grammar_(grammar), analysis_(grammar), blanks_(blanks), program_(program) {
+    program_.blanks = program_.sets.Add(blanks_);
+    program_.notBlanks = program_.sets.AddComplement(blanks_);
+    program_.lexemOfKind.assign(grammar_.SymbolCount(), kNone);
+    for (const auto& [kind, definition] : grammar_.Lexems()) {
+        CompiledLexem lexem;
+        lexem.kind = kind;
+        lexem.start = program_.sets.Add(definition.start_set);
+        lexem.stop = program_.sets.Add(definition.stop_set);
+        lexem.keepFirst = definition.keep_first;
+        lexem.keepStop = definition.keep_stop;
+        lexem.skipStop = definition.skip_stop;
+        lexem.oneBeforeBlank = lexem.stop.index == program_.blanks.index;
+        program_.lexemOfKind[kind] = static_cast<std::uint32_t>(program_.lexems.size());
+        program_.lexems.push_back(lexem);
+    }
+}
+
+Mode ProgramBuilder::ChildMode(const GrammarNode& sequence, const Mode& mode,
+                               std::size_t child) const {
+    const bool storeFirst = (sequence.flags & kDropFirst) == 0;
+    if (child == 0) return {storeFirst, mode.append};
+    const bool store = (sequence.flags & kDropSecond) == 0;
+    if ((sequence.flags & kJoin) == 0) return {store, Append::kNo};
+    const bool sure =
+        mode.append == Append::kYes || analysis_.AlwaysStores(sequence.sequence[0], storeFirst);
+    return {store, sure ? Append::kYes : Append::kYesButPerhapsEmpty};
+}
+
+CharacterSet ProgramBuilder::SetOf(std::wstring characters) {
+    std::erase_if(characters, [&](wchar_t c) { return blanks_.find(c) != blanks_.npos; });
+    return program_.sets.Add(characters);
+}
+
+Instruction& ProgramBuilder::Emit(Operation operation) {
+    Instruction& instruction = program_.code.emplace_back();
+    instruction.operation = operation;
+    return instruction;
+}
+
+void ProgramBuilder::EmitReport(int line) {
+    Emit(Operation::kReport).target = static_cast<std::uint32_t>(line);
+}
+
+void ProgramBuilder::EmitLexem(const GrammarNode& node, const Mode& mode) {
+    const std::uint32_t text = node.keyword.empty() ? kNone : AddKeyword(node.keyword);
+    Instruction& instruction = Emit(Operation::kLexem);
+    instruction.store = mode.store;
+    instruction.append = mode.append != Append::kNo;
+    instruction.lexem = program_.lexemOfKind[node.id];
+    instruction.keyword = text;
+}
+
+void ProgramBuilder::EmitCall(std::uint32_t rule, const Mode& mode, bool first) {
+    const RuleVariant variant{rule, mode};
+    calls_.emplace_back(Here(), variant);
+    Instruction& call = Emit(Operation::kCall);
+    call.mayLoop = first && rule_ != kNone && (rule == rule_ || analysis_.ComesFirst(rule, rule_));
+    call.remember = analysis_.IsRecursive(rule);
+    if (call.mayLoop) program_.mayLoop = true;
+    if (variants_.emplace(variant, kNone).second) pending_.push_back(variant);
+}
+
+void ProgramBuilder::BeginVariant(const RuleVariant& variant) {
+    rule_ = variant.first;
+    variants_[variant] = Here();
+}
+
+bool ProgramBuilder::NextVariant(RuleVariant& variant) {
+    if (pending_.empty()) return false;
+    variant = pending_.back();
+    pending_.pop_back();
+    return true;
+}
+
+void ProgramBuilder::FinishCalls() {
+    for (const auto& [address, variant] : calls_) {
+        Instruction& call = At(address);
+        call.target = variants_.at(variant);
+        call.tail = At(address + 1).operation == Operation::kReturn;
+    }
+}
+
+std::uint32_t ProgramBuilder::AddKeyword(std::wstring text) {
+    platform::ToUpperCase(text.data(), text.find(L'\0') == text.npos ? text.size() : 0);
+    const auto found = std::find(program_.keywords.begin(), program_.keywords.end(), text);
+    const auto index = static_cast<std::uint32_t>(found - program_.keywords.begin());
+    if (found == program_.keywords.end()) program_.keywords.push_back(std::move(text));
+    return index;
+}
+
+}  // namespace helpers::scripting

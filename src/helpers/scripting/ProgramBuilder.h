@@ -1,0 +1,83 @@
+#pragma once
+
+// Puts instructions, and the tables that they name, into a program. Used by the layouts, which
+// decide what instructions a node becomes.
+
+#include <cstdint>
+#include <map>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "helpers/scripting/GrammarAnalysis.h"
+#include "helpers/scripting/Program.h"
+
+namespace helpers::scripting {
+
+// Whether a node's first piece goes to the end of the last string, and whether there surely is one.
+enum class Append : std::uint8_t { kNo, kYes, kYesButPerhapsEmpty };
+
+// How a node is matched: known before any text is there.
+struct Mode {
+    bool store = true;
+    Append append = Append::kNo;
+
+    auto operator<=>(const Mode&) const = default;
+};
+
+// A rule is laid out once per mode in which it is called.
+using RuleVariant = std::pair<std::uint32_t, Mode>;
+
+class ProgramBuilder {
+public:
+    ProgramBuilder(const Grammar& grammar, std::wstring_view blanks, Program& program);
+
+    const Grammar& Tables() const { return grammar_; }
+    const GrammarAnalysis& Analysis() const { return analysis_; }
+
+    // The mode of a sequence's child, number 0 or 1.
+    Mode ChildMode(const GrammarNode& sequence, const Mode& mode, std::size_t child) const;
+    // The characters as a set, without the blanks: they stand before a lexem and never begin one.
+    CharacterSet SetOf(std::wstring characters);
+
+    std::uint32_t Here() const { return static_cast<std::uint32_t>(program_.code.size()); }
+    Instruction& At(std::uint32_t address) { return program_.code[address]; }
+    Instruction& Emit(Operation operation);
+    void EmitReport(int line);
+    void EmitLexem(const GrammarNode& node, const Mode& mode);
+    // `first`: nothing was read since the rule that is laid out began.
+    void EmitCall(std::uint32_t rule, const Mode& mode, bool first);
+
+    // What follows belongs to this rule; kNone for none.
+    void BeginRule(std::uint32_t rule) { rule_ = rule; }
+    void BeginVariant(const RuleVariant& variant);
+    // A called variant that is not laid out yet; false when there is none.
+    bool NextVariant(RuleVariant& variant);
+    // Once everything is laid out.
+    void FinishCalls();
+
+private:
+    std::uint32_t AddKeyword(std::wstring text);
+
+    const Grammar& grammar_;
+    const GrammarAnalysis analysis_;
+    const std::wstring blanks_;
+    Program& program_;
+    std::uint32_t rule_ = kNone;
+    std::map<RuleVariant, std::uint32_t> variants_;
+    std::vector<RuleVariant> pending_;
+    std::vector<std::pair<std::uint32_t, RuleVariant>> calls_;
+};
+
+// A node as it stands: every node is tried, and reports, in its turn.
+void LayOutPlainly(ProgramBuilder& builder, const GrammarNode& node, const Mode& mode,
+                   bool first = true);
+
+// For grammars that have nothing to report: small rules are laid out in place of their calls, and
+// what neighbouring alternatives begin with in common is read once. Same matches, same pieces, same
+// last lexem.
+void LayOutFactored(ProgramBuilder& builder, const GrammarNode& node, const Mode& mode,
+                    bool first = true);
+
+}  // namespace helpers::scripting
