@@ -24,12 +24,6 @@ bool EqualsKeyword(std::wstring_view lexem, const std::wstring& keyword) {
     return true;
 }
 
-std::size_t NextCandidate(const Entry& entry, std::wstring_view text, std::size_t from) {
-    if (entry.onlyFirst != 0) return text.find(entry.onlyFirst, from);
-    while (from < text.size() && !entry.first.Has(text[from])) ++from;
-    return from < text.size() ? from : kNoPosition;
-}
-
 }  // namespace
 
 bool Matcher::Match(const Program& program, std::uint32_t address, std::size_t& position,
@@ -52,7 +46,7 @@ bool Matcher::Find(const Program& program, const Entry& entry, std::size_t& posi
     }
     bool found = false;
     for (std::size_t from = position; from < text.size() && !found; ++from) {
-        if (!program.mayReport) from = NextCandidate(entry, text, from);
+        if (!program.mayReport) from = scanner_.FindCandidate(entry, from);
         if (from == kNoPosition) break;
         std::size_t end = from;
         found = Match(program, entry.address, end, 0, report);
@@ -67,6 +61,7 @@ bool Matcher::Find(const Program& program, const Entry& entry, std::size_t& posi
 bool Matcher::Run(std::uint32_t address, std::size_t& position) {
     const Instruction* const code = program_->code.data();
     Place place = PlaceAt(position);
+    start_ = place.first;
     for (;;) {
         const Instruction& instruction = code[address];
         bool goesOn = true;
@@ -214,6 +209,7 @@ bool Matcher::IsOpenHere(std::uint32_t callee, const Place& place) const {
 void Matcher::Remember(const Frame& frame, std::size_t end) {
     if (!program_->code[frame.address - 1].remember) return;
     const std::size_t first = scanner_.SkipBlanks(frame.position);
+    if (first == start_) return;  // the search goes on behind here and never asks again
     memory_->insert_or_assign({frame.callee, first}, Remembered{end, reads_ != frame.count, last_});
 }
 

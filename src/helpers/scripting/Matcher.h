@@ -62,9 +62,10 @@ private:
         bool readLexems;  // and `last` last
         LastLexem last;
     };
+    // Neighbours in the text stay neighbours in memory: they are asked for one after the other.
     struct KeyHash {
         std::size_t operator()(const std::pair<std::uint32_t, std::size_t>& key) const {
-            return (key.second * 0x9E3779B97F4A7C15u) ^ (std::size_t{key.first} << 32);
+            return key.second + key.first * std::size_t{0x9E3779B97F4A7C15};
         }
     };
     using Memory = std::unordered_map<std::pair<std::uint32_t, std::size_t>, Remembered, KeyHash>;
@@ -89,6 +90,7 @@ private:
     std::vector<Frame> frames_;
     std::unique_ptr<Memory> memory_;  // only while a search remembers
     std::size_t reads_ = 0;           // lexems read
+    std::size_t start_ = 0;           // where the match began, behind blanks
 };
 
 }  // namespace helpers::scripting

@@ -43,13 +43,17 @@ public:
 
     // The first character of the set from `from` on; kNoPosition for none.
     std::size_t Find(const CharacterSet& set, std::size_t from) {
-        const std::size_t limit =
-            text_.size() - from > kNearby && from <= text_.size() ? from + kNearby : text_.size();
+        const std::size_t end = text_.size();
+        const std::size_t limit = from < end && end - from > kShort ? from + kShort : end;
         for (std::size_t index = from; index < limit; ++index) {
             if (set.Has(text_[index])) return index;
         }
-        return limit >= text_.size() ? kNoPosition : FindFar(set, from, limit);
+        return limit == end ? kNoPosition : FindBeyond(set, from, limit);
     }
+
+    // The first character from `from` on that the entry's matches may begin with; kNoPosition for
+    // none.
+    std::size_t FindCandidate(const Entry& entry, std::size_t from);
 
     // Reads a lexem that begins with the character at `first`, which is inside the text.
     LexemOutcome Read(const CompiledLexem& lexem, std::size_t first, LexemSpan& span) {
@@ -71,20 +75,26 @@ public:
     }
 
 private:
-    // A stretch of text without a character of some set, up to the one that ends it.
-    struct Run {
-        std::size_t begin;
+    // Stretches of text without a character of some set, by where they end (kNoPosition for the
+    // end of the text), with where they begin.
+    struct Runs {
+        std::map<std::size_t, std::size_t> beginByEnd;
+        std::size_t lastBegin = 1;  // the run that was asked for last
+        std::size_t lastEnd = 0;
     };
-    using Runs = std::map<std::size_t, Run>;  // by end, kNoPosition for the text's
 
-    // Lexems shorter than this are looked up without remembering them.
+    // Lexems up to kShort are looked up at once, and those up to kNearby without remembering them.
+    static constexpr std::size_t kShort = 16;
     static constexpr std::size_t kNearby = 64;
+    static constexpr std::size_t kFarCandidate = 4096;
 
+    std::size_t FindBeyond(const CharacterSet& set, std::size_t from, std::size_t known);
     std::size_t FindFar(const CharacterSet& set, std::size_t from, std::size_t known);
+    Runs& RunsOf(const CharacterSet& set);
 
     std::wstring_view text_;
     const Program* program_ = nullptr;
-    std::vector<Runs> runs_;  // by the set's index
+    std::vector<Runs> runs_;  // by the set's index; empty until there is something to remember
 };
 
 }  // namespace helpers::scripting
