@@ -33,6 +33,11 @@ TraceMessage::~TraceMessage() {
     }
 }
 
+bool TraceMessage::IsHeard() {
+    SetFormat(kDefaultPrecision, kDefaultRadix);
+    return HasTracer() || SecondLog::IsOn();
+}
+
 TraceMessage& TraceMessage::Append(std::string_view text) noexcept {
     try {
         return Append(platform::ToWide(text, platform::CodePage::kAnsi));

@@ -50,6 +50,10 @@ TraceMessage::~TraceMessage() {
     }
 }
 
+bool TraceMessage::IsHeard() {
+    return true;
+}
+
 TraceMessage& TraceMessage::Append(std::string_view text) noexcept {
     try {
         text_ += platform::ToWide(text, platform::CodePage::kAnsi);

@@ -83,6 +83,24 @@ TEST_F(TraceMessageTest, SecondLogThatCannotBeOpenedIsDoneWithout) {
     EXPECT_THAT(Lines(), ElementsAre("one"));
 }
 
+TEST_F(TraceMessageTest, IsHeardWhileThereIsATracerOrASecondLog) {
+    const test_platform::TempFolder folder;
+    EXPECT_TRUE(TraceMessage::IsHeard());
+    helpers::WithdrawTracer();
+    EXPECT_FALSE(TraceMessage::IsHeard());
+    helpers::SecondLog::SetFile(platform::WidePath((folder.Path() / "second.log").native()));
+    EXPECT_TRUE(TraceMessage::IsHeard());
+    helpers::SecondLog::SetFile(L"");
+    EXPECT_FALSE(TraceMessage::IsHeard());
+}
+
+TEST_F(TraceMessageTest, AskingWhetherItIsHeardResetsTheFormat) {
+    TraceMessage::SetFormat(3, 16);
+    TraceMessage::IsHeard();
+    EXPECT_EQ(TraceMessage::FormatPrecision(), 6);
+    EXPECT_EQ(TraceMessage::FormatRadix(), 10);
+}
+
 TEST_F(TraceMessageTest, WithoutATracerItIsDropped) {
     helpers::WithdrawTracer();
     TraceMessage().Append("nobody");
