@@ -16,6 +16,10 @@ std::wstring Sorted(std::wstring_view characters) {
 
 }  // namespace
 
+bool CharacterSet::HasAbove(wchar_t character) const {
+    return (above != nullptr && above->find(character) != std::wstring::npos) != complement;
+}
+
 CharacterSet CharacterSets::Add(std::wstring_view characters, bool complement) {
     std::wstring sorted = Sorted(characters);
     for (const Known& known : known_) {

@@ -28,9 +28,7 @@ struct CharacterSet {
     }
 
 private:
-    bool HasAbove(wchar_t character) const {
-        return (above != nullptr && above->find(character) != std::wstring::npos) != complement;
-    }
+    bool HasAbove(wchar_t character) const;
 };
 
 class CharacterSets {

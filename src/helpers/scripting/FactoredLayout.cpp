@@ -116,7 +116,7 @@ private:
         instruction.rereads = depth != 0;
         EmitAlternatives(head, depth, mayShare, first);
         const std::uint32_t leave = builder_.Here();
-        builder_.Emit(exclusive ? Operation::kJump : Operation::kCommit);
+        builder_.Emit(exclusive ? Operation::kJump : Operation::kCommit).rereads = depth != 0;
         builder_.At(choice).target = builder_.Here();
         EmitAlternatives(rest, depth, mayShare, first);
         builder_.At(leave).target = builder_.Here();

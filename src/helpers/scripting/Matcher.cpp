@@ -31,6 +31,7 @@ bool Matcher::Match(const Program& program, std::uint32_t address, std::size_t& 
     program_ = &program;
     report_ = report;
     frames_.clear();
+    rereads_.clear();
     pieces_.Start(before);
     return Run(address, position);
 }
@@ -60,104 +61,139 @@ bool Matcher::Find(const Program& program, const Entry& entry, std::size_t& posi
 
 bool Matcher::Run(std::uint32_t address, std::size_t& position) {
     const Instruction* const code = program_->code.data();
+    const Instruction* at = code + address;
     Place place = PlaceAt(position);
     start_ = place.first;
     for (;;) {
-        const Instruction& instruction = code[address];
-        bool goesOn = true;
-        switch (instruction.operation) {
+        switch (at->operation) {
+            case Operation::kMark:
+                if (!ReadMark(*at, place)) break;
+                ++at;
+                continue;
+            case Operation::kPlain:
+                if (!ReadPlain(*at, place)) break;
+                ++at;
+                continue;
             case Operation::kLexem:
-                goesOn = ReadLexem(instruction, place);
-                ++address;
-                break;
+                if (!ReadLexem(*at, place)) break;
+                ++at;
+                continue;
             case Operation::kCall:
-                goesOn = Call(instruction, address, place);
-                break;
-            case Operation::kReturn:
-                address = Return(place);
-                break;
-            case Operation::kTest:
-                address = StandsAt(place, instruction.first) ? address + 1 : instruction.target;
-                break;
-            case Operation::kChoice:
-                if (StandsAt(place, instruction.first)) {
-                    Choose(instruction, place);
-                    ++address;
-                } else {
-                    address = instruction.target;
+                if (memory_ && at->remember && Recall(*at, place)) {
+                    if (resumePlace_.position == kNoPosition) break;
+                    place = resumePlace_;
+                    ++at;
+                    continue;
                 }
-                break;
+                at = Call(at, place);
+                if (at == nullptr) break;
+                continue;
+            case Operation::kReturn:
+                at = code + Return(place);
+                continue;
+            case Operation::kTest:
+                at = StandsAt(place, at->first) ? at + 1 : code + at->target;
+                continue;
+            case Operation::kChoice:
+                if (StandsAt(place, at->first)) {
+                    Choose(*at, place);
+                    ++at;
+                } else {
+                    at = code + at->target;
+                }
+                continue;
             case Operation::kCommit:
                 frames_.pop_back();
-                address = instruction.target;
-                break;
+                if (at->rereads) rereads_.pop_back();
+                at = code + at->target;
+                continue;
             case Operation::kJump:
-                address = instruction.target;
-                break;
+                at = code + at->target;
+                continue;
             case Operation::kFail:
-                goesOn = false;
                 break;
             case Operation::kAddEmpty:
-                pieces_.Add(0, 0);
-                ++address;
-                break;
+                pieces_.Add({});
+                ++at;
+                continue;
             case Operation::kCheckJoin:
                 if (pieces_.Count() == 0) report_(kJoinWithoutPieceLine);
-                ++address;
-                break;
+                ++at;
+                continue;
             case Operation::kReport:
-                report_(static_cast<int>(instruction.target));
-                ++address;
-                break;
+                report_(static_cast<int>(at->target));
+                ++at;
+                continue;
             case Operation::kMatched:
                 position = place.position;
                 return true;
         }
-        if (!goesOn && !Backtrack(address, place)) return false;
+        if (!Backtrack()) return false;
+        at = code + resumeAt_;
+        place = resumePlace_;
     }
+}
+
+inline bool Matcher::ReadMark(const Instruction& instruction, Place& place) {
+    const std::wstring_view text = scanner_.Text();
+    const std::size_t begin = place.first;
+    if (begin >= text.size() || text[begin] != instruction.lexem->mark) return false;
+    last_ = {begin, 1, instruction.lexem->kind};
+    ++reads_;
+    if (instruction.store) Store(instruction, text.substr(begin, 1));
+    place = {begin + 1, scanner_.SkipBlanks(begin + 1)};
+    return true;
+}
+
+inline bool Matcher::ReadPlain(const Instruction& instruction, Place& place) {
+    const std::size_t begin = place.first;
+    if (begin == kNoPosition) return false;
+    const std::size_t end = scanner_.FindEnd(*instruction.lexem, begin);
+    if (end == kNoPosition) return false;
+    last_ = {begin, static_cast<std::uint32_t>(end - begin), instruction.lexem->kind};
+    ++reads_;
+    const std::wstring_view lexem(scanner_.Text().data() + begin, end - begin);
+    if (instruction.keyword != nullptr && !EqualsKeyword(lexem, *instruction.keyword)) return false;
+    if (instruction.store) Store(instruction, lexem);
+    place = {end, scanner_.SkipBlanks(end)};
+    return true;
 }
 
 inline bool Matcher::ReadLexem(const Instruction& instruction, Place& place) {
     if (place.first == kNoPosition) return false;
-    const CompiledLexem& lexem = program_->lexems[instruction.lexem];
     LexemSpan span;
-    if (scanner_.Read(lexem, place.first, span) != LexemOutcome::kRead) return false;
-    last_ = {span.begin, static_cast<std::uint32_t>(span.length), lexem.kind};
+    if (scanner_.Read(*instruction.lexem, place.first, span) != LexemOutcome::kRead) return false;
+    last_ = {span.begin, static_cast<std::uint32_t>(span.length), instruction.lexem->kind};
     ++reads_;
-    if (instruction.keyword != kNone &&
-        !EqualsKeyword(scanner_.Text().substr(span.begin, span.length),
-                       program_->keywords[instruction.keyword])) {
-        return false;
-    }
-    if (instruction.store && !memory_) {
-        if (instruction.append) {
-            pieces_.Append(span.begin, span.length);
-        } else {
-            pieces_.Add(span.begin, span.length);
-        }
-    }
+    // One that begins behind its first character may lie behind the text's end.
+    const std::wstring_view lexem = scanner_.Text().substr(span.begin, span.length);
+    if (instruction.keyword != nullptr && !EqualsKeyword(lexem, *instruction.keyword)) return false;
+    if (instruction.store) Store(instruction, lexem);
     place = PlaceAt(span.next);
     return true;
 }
 
-inline bool Matcher::Call(const Instruction& call, std::uint32_t& address, Place& place) {
-    if (call.mayLoop && IsOpenHere(call.target, place)) return false;
-    if (memory_ && call.remember) {
-        const auto found = memory_->find({call.target, place.first});
-        if (found != memory_->end()) {
-            ++address;
-            return Recall(found->second, place);
-        }
-    } else if (call.tail && !call.mayLoop) {
-        address = call.target;
-        return true;
+// A search that remembers wants no pieces.
+inline void Matcher::Store(const Instruction& instruction, std::wstring_view lexem) {
+    if (memory_) return;
+    if (instruction.append) {
+        pieces_.Append(lexem);
+    } else {
+        pieces_.Add(lexem);
     }
-    frames_.push_back({address + 1, call.target, place.position, reads_, 0, {}});
-    address = call.target;
-    return true;
 }
 
-inline std::uint32_t Matcher::Return(const Place& place) {
+// Where to go on; null when the rule does not match here.
+inline const Instruction* Matcher::Call(const Instruction* call, Place place) {
+    const Instruction* const code = program_->code.data();
+    if (call->mayLoop && IsOpenHere(call->target, place)) return nullptr;
+    if (call->tail && !call->mayLoop && !memory_) return code + call->target;
+    const auto back = static_cast<std::uint32_t>(call - code) + 1;
+    frames_.push_back({back, call->target, place, reads_});
+    return code + call->target;
+}
+
+inline std::uint32_t Matcher::Return(Place place) {
     const Frame frame = frames_.back();
     frames_.pop_back();
     if (memory_) Remember(frame, place.position);
@@ -165,31 +201,34 @@ inline std::uint32_t Matcher::Return(const Place& place) {
 }
 
 // Without a set, whatever stands there will do.
-inline bool Matcher::StandsAt(const Place& place, const CharacterSet& set) const {
+inline bool Matcher::StandsAt(Place place, const CharacterSet& set) const {
     return set.table == nullptr ||
            (place.first != kNoPosition && set.Has(scanner_.Text()[place.first]));
 }
 
-inline void Matcher::Choose(const Instruction& choice, const Place& place) {
-    frames_.push_back({choice.target, kNone, place.position, pieces_.Count(),
-                       choice.rereads ? pieces_.SegmentCount() : kNoPosition, last_});
+inline void Matcher::Choose(const Instruction& choice, Place place) {
+    frames_.push_back(
+        {choice.target, choice.rereads ? kRereadingChoice : kPlainChoice, place, pieces_.Count()});
+    if (choice.rereads) rereads_.push_back({pieces_.Save(), last_});
 }
 
 // Goes back to the last open choice; false when there is none.
-bool Matcher::Backtrack(std::uint32_t& address, Place& place) {
+bool Matcher::Backtrack() {
     while (!frames_.empty()) {
         const Frame frame = frames_.back();
         frames_.pop_back();
-        if (frame.callee != kNone) {
+        if (frame.callee < kRereadingChoice) {
             if (memory_) Remember(frame, kNoPosition);
             continue;
         }
-        address = frame.address;
-        place = PlaceAt(frame.position);
-        pieces_.CutTo(frame.count);
-        if (frame.segments != kNoPosition) {
-            pieces_.CutSegmentsTo(frame.segments);
-            last_ = frame.last;
+        resumeAt_ = frame.address;
+        resumePlace_ = frame.place;
+        if (frame.callee == kRereadingChoice) {
+            pieces_.CutTo(frame.count, rereads_.back().pieces);
+            last_ = rereads_.back().last;
+            rereads_.pop_back();
+        } else {
+            pieces_.CutTo(frame.count);
         }
         return true;
     }
@@ -198,9 +237,9 @@ bool Matcher::Backtrack(std::uint32_t& address, Place& place) {
 }
 
 // A rule that comes to itself without having read anything would do so for ever; it does not match.
-bool Matcher::IsOpenHere(std::uint32_t callee, const Place& place) const {
+bool Matcher::IsOpenHere(std::uint32_t callee, Place place) const {
     for (auto frame = frames_.rbegin(); frame != frames_.rend(); ++frame) {
-        if (frame->position != place.position) return false;
+        if (frame->place.position != place.position) return false;
         if (frame->callee == callee) return true;
     }
     return false;
@@ -208,18 +247,22 @@ bool Matcher::IsOpenHere(std::uint32_t callee, const Place& place) const {
 
 void Matcher::Remember(const Frame& frame, std::size_t end) {
     if (!program_->code[frame.address - 1].remember) return;
-    const std::size_t first = scanner_.SkipBlanks(frame.position);
+    const std::size_t first = frame.place.first;
     if (first == start_) return;  // the search goes on behind here and never asks again
     memory_->insert_or_assign({frame.callee, first}, Remembered{end, reads_ != frame.count, last_});
 }
 
-bool Matcher::Recall(const Remembered& remembered, Place& place) {
+// Whether it is known what the call comes to here; where then, is in resumePlace_.
+bool Matcher::Recall(const Instruction& call, Place place) {
+    const auto found = memory_->find({call.target, place.first});
+    if (found == memory_->end()) return false;
+    const Remembered& remembered = found->second;
     if (remembered.readLexems) {
         last_ = remembered.last;
         ++reads_;
     }
-    if (remembered.end == kNoPosition) return false;
-    place = PlaceAt(remembered.end);
+    const bool matches = remembered.end != kNoPosition;
+    resumePlace_ = matches ? PlaceAt(remembered.end) : Place{kNoPosition, kNoPosition};
     return true;
 }
 

@@ -27,7 +27,9 @@ class Matcher {
 public:
     using Report = void (*)(int line);
 
-    Matcher(TextScanner& scanner, LastLexem& last) : scanner_(scanner), last_(last) {}
+    Matcher(TextScanner& scanner, LastLexem& last) : scanner_(scanner), last_(last) {
+        frames_.reserve(kFewFrames);
+    }
 
     // Matches at `position` and moves it behind the match; on failure it stays. `before` pieces are
     // in the caller's list already.
@@ -38,7 +40,7 @@ public:
     bool Find(const Program& program, const Entry& entry, std::size_t& position, bool peek,
               Report report);
     // What the last match stored; after a failure, what it left appended to the caller's pieces.
-    const PieceRecorder& Recorded() const { return pieces_; }
+    PieceRecorder& Recorded() { return pieces_; }
 
 private:
     // Where the matcher stands: the position, and the next character that is no blank.
@@ -46,14 +48,20 @@ private:
         std::size_t position;
         std::size_t first;
     };
+    static constexpr std::uint32_t kPlainChoice = kNone;
+    static constexpr std::uint32_t kRereadingChoice = kNone - 1;
     // An open choice (where to go on, from where, and what was stored and read last by then) or an
     // open call (where to return to, from where, after how many lexems, and which rule).
     struct Frame {
         std::uint32_t address;
-        std::uint32_t callee;  // kNone for a choice
-        std::size_t position;
+        std::uint32_t callee;  // or one of the two below
+        Place place;
         std::size_t count;  // pieces, or lexems read
-        std::size_t segments;
+    };
+    // What a choice goes back to besides, when its second alternative begins with what was read
+    // before it.
+    struct Reread {
+        PieceRecorder::State pieces;
         LastLexem last;
     };
     // What a call came to during a search.
@@ -71,26 +79,37 @@ private:
     using Memory = std::unordered_map<std::pair<std::uint32_t, std::size_t>, Remembered, KeyHash>;
 
     bool Run(std::uint32_t address, std::size_t& position);
+    bool ReadPlain(const Instruction& instruction, Place& place);
+    bool ReadMark(const Instruction& instruction, Place& place);
     bool ReadLexem(const Instruction& instruction, Place& place);
-    bool Call(const Instruction& call, std::uint32_t& address, Place& place);
-    std::uint32_t Return(const Place& place);
-    bool StandsAt(const Place& place, const CharacterSet& set) const;
-    void Choose(const Instruction& choice, const Place& place);
-    bool Backtrack(std::uint32_t& address, Place& place);
-    bool IsOpenHere(std::uint32_t callee, const Place& place) const;
-    bool Recall(const Remembered& remembered, Place& place);
+    void Store(const Instruction& instruction, std::wstring_view lexem);
+    const Instruction* Call(const Instruction* call, Place place);
+    std::uint32_t Return(Place place);
+    bool StandsAt(Place place, const CharacterSet& set) const;
+    void Choose(const Instruction& choice, Place place);
+    bool Backtrack();
+    bool IsOpenHere(std::uint32_t callee, Place place) const;
+    bool Recall(const Instruction& call, Place place);
     void Remember(const Frame& frame, std::size_t end);
-    Place PlaceAt(std::size_t position) { return {position, scanner_.SkipBlanks(position)}; }
+    Place PlaceAt(std::size_t position) {
+        if (position > scanner_.Text().size()) return {position, kNoPosition};
+        return {position, scanner_.SkipBlanks(position)};
+    }
 
     TextScanner& scanner_;
     LastLexem& last_;
     const Program* program_ = nullptr;
     Report report_ = nullptr;
     PieceRecorder pieces_;
+    static constexpr std::size_t kFewFrames = 16;  // most texts need no more
+
     std::vector<Frame> frames_;
+    std::vector<Reread> rereads_;     // one for each choice of that sort among the frames
     std::unique_ptr<Memory> memory_;  // only while a search remembers
     std::size_t reads_ = 0;           // lexems read
-    std::size_t start_ = 0;           // where the match began, behind blanks
+    std::uint32_t resumeAt_ = 0;      // where backtracking, or what is remembered, leads
+    Place resumePlace_{};
+    std::size_t start_ = 0;  // where the match began, behind blanks
 };
 
 }  // namespace helpers::scripting

@@ -1,7 +1,7 @@
 #pragma once
 
-// Keeps what a match has stored so far as offsets into the text; nothing is copied before the match
-// has succeeded, and going back is cutting two arrays.
+// Keeps what a match has stored so far as views into the text; nothing is copied before the match
+// has succeeded, and going back is cutting two lists.
 
 #include <cstddef>
 #include <string>
@@ -14,57 +14,75 @@ namespace helpers::scripting {
 
 class PieceRecorder {
 public:
+    // All that appending to the last piece can change.
+    struct State {
+        std::wstring_view last;
+        std::size_t joins = 0;
+    };
+
+    PieceRecorder() { pieces_.reserve(Pieces::kFew); }
+
     // Starts over, behind `before` pieces that the caller's list holds already.
     void Start(std::size_t before) {
         before_ = before;
-        segments_.clear();
-        starts_.clear();
+        pieces_.clear();
+        joins_.clear();
     }
-    std::size_t Count() const { return before_ + starts_.size(); }
+    std::size_t Count() const { return before_ + pieces_.size(); }
 
-    void Add(std::size_t begin, std::size_t length) {
-        starts_.push_back(segments_.size());
-        if (length != 0) segments_.push_back({begin, length});
-    }
+    void Add(std::wstring_view piece) { pieces_.push_back(piece); }
     // To the last piece; to a new one where there is none.
-    void Append(std::size_t begin, std::size_t length) {
-        if (Count() == 0) return Add(begin, length);
-        segments_.push_back({begin, length});
+    void Append(std::wstring_view part) {
+        if (!pieces_.empty() && joins_.empty()) {
+            std::wstring_view& last = pieces_.back();
+            if (last.empty()) last = {part.data(), 0};
+            if (last.data() + last.size() == part.data()) {
+                last = {last.data(), last.size() + part.size()};
+                return;
+            }
+        }
+        if (Count() == 0) return Add(part);
+        joins_.push_back({pieces_.size(), part});
     }
+
     // Forgets the pieces from `count` on. What was appended to an earlier piece meanwhile stays, as
     // it does when a list of strings is cut.
     void CutTo(std::size_t count) {
         const std::size_t own = count - before_;
-        if (own >= starts_.size()) return;
-        segments_.resize(starts_[own]);
-        starts_.resize(own);
+        if (own >= pieces_.size()) return;
+        pieces_.resize(own);
+        while (!joins_.empty() && joins_.back().piece > own) joins_.pop_back();
     }
-
     void CutToStart() { CutTo(before_); }
 
-    // For going back to the very state that was left, joined pieces included.
-    std::size_t SegmentCount() const { return segments_.size(); }
-    void CutSegmentsTo(std::size_t count) { segments_.resize(count); }
+    // For going back to the very state that was left, appended parts included.
+    State Save() const {
+        return {pieces_.empty() ? std::wstring_view() : pieces_.back(), joins_.size()};
+    }
+    void CutTo(std::size_t count, const State& state) {
+        CutTo(count);
+        if (!pieces_.empty()) pieces_.back() = state.last;
+        joins_.resize(state.joins);
+    }
 
-    // Fills `out` with the new pieces. Needs Start(0).
-    void Fill(std::wstring_view text, Pieces& out) const;
+    // Hands the new pieces over to `out`; to be started again before it is used again. Needs
+    // Start(0).
+    void MoveTo(Pieces& out);
     // Appends to `out`, which held the pieces of Start().
-    void AppendTo(std::wstring_view text, std::vector<std::wstring>& out) const;
+    void AppendTo(std::vector<std::wstring>& out) const;
 
 private:
-    struct Segment {
-        std::size_t begin;
-        std::size_t length;
+    // A part of a piece, which does not stand in the text where the piece's last part ends.
+    struct Join {
+        std::size_t piece;  // counted from 1; 0 is the last of the caller's
+        std::wstring_view part;
     };
 
-    std::size_t SegmentsEnd(std::size_t piece) const {
-        return piece + 1 < starts_.size() ? starts_[piece + 1] : segments_.size();
-    }
-    bool IsOneRun(std::size_t first, std::size_t last) const;
+    void JoinInto(Pieces& out) const;
 
     std::size_t before_ = 0;
-    std::vector<Segment> segments_;
-    std::vector<std::size_t> starts_;  // each new piece's first segment
+    std::vector<std::wstring_view> pieces_;
+    std::vector<Join> joins_;  // by piece, in the order of the parts
 };
 
 }  // namespace helpers::scripting

@@ -4,6 +4,7 @@
 // thread.
 
 #include <cstdint>
+#include <deque>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -24,10 +25,19 @@ struct CompiledLexem {
     bool skipStop = false;
     // The stop set is exactly the blank set: the lexem is one character, and a blank must follow.
     bool oneBeforeBlank = false;
+    // Keeps its characters from the first one to before the stop, as most do.
+    bool isPlain = false;
+    std::uint8_t sure = 0;  // 1 when no first character stops the lexem at once
+    // The one character of the stop set, when it is one.
+    wchar_t onlyStop = 0;
+    // One certain character, which ends the lexem itself: the lexem is that character.
+    wchar_t mark = 0;
 };
 
 enum class Operation : std::uint8_t {
-    kLexem,      // read a lexem, compare its keyword, store it
+    kMark,       // read a lexem that is one certain character, store it
+    kPlain,      // read a plain lexem, compare its keyword, store it
+    kLexem,      // read any lexem, compare its keyword, store it
     kCall,       // match the rule at `target`
     kReturn,     // a rule has matched
     kTest,       // go on at `target` unless a character of `first` stands here
@@ -51,10 +61,10 @@ struct Instruction {
     bool remember = false;  // a call of a recursive rule: a search remembers what it came to
     bool tail = false;      // a call with nothing behind it in its rule
     bool rereads = false;   // a choice whose second alternative begins with what was read before it
-    std::uint32_t target = kNone;   // an instruction, or a line to report
-    std::uint32_t lexem = kNone;    // index into lexems
-    std::uint32_t keyword = kNone;  // index into keywords
-    CharacterSet first;             // what goes on here may begin with; no table: anything
+    std::uint32_t target = kNone;  // an instruction, or a line to report
+    const CompiledLexem* lexem = nullptr;
+    const std::wstring* keyword = nullptr;  // upper case; null for any lexem
+    CharacterSet first;                     // what goes on here may begin with; no table: anything
 };
 
 // Where matching a symbol begins, and the characters that any match of it begins with.
@@ -65,13 +75,15 @@ struct Entry {
     bool recursive = false;  // matching it may come to a rule inside that rule
 };
 
+// Stays where it is: instructions point into its lists.
 struct Program {
     CharacterSets sets;
     CharacterSet blanks;
     CharacterSet notBlanks;
+    std::uint32_t largestBlank = 0;  // its code
     std::vector<CompiledLexem> lexems;
     std::vector<std::uint32_t> lexemOfKind;  // by symbol; kNone for no lexem
-    std::vector<std::wstring> keywords;      // upper case
+    std::deque<std::wstring> keywords;       // upper case
     std::vector<Instruction> code;
     std::vector<Entry> entries;
     std::vector<std::uint32_t> entryOfSymbol;  // kNone for what nothing matches

@@ -5,11 +5,29 @@
 #include "platform/CharacterCase.h"
 
 namespace helpers::scripting {
+namespace {
+
+bool IsDisjoint(std::wstring_view characters, const CharacterSet& set) {
+    return std::ranges::none_of(characters, [&](wchar_t c) { return set.Has(c); });
+}
+
+wchar_t MarkOf(const LexemDefinition& definition, const CompiledLexem& lexem) {
+    if (definition.start_set.size() != 1 || !lexem.isPlain) return 0;
+
+    const wchar_t character = definition.start_set.front();
+    return lexem.stop.Has(character) ? character : L'\0';
+}
+
+}  // namespace
 
 ProgramBuilder::ProgramBuilder(const Grammar& grammar, std::wstring_view blanks, Program& program)
     : grammar_(grammar), analysis_(grammar), blanks_(blanks), program_(program) {
     program_.blanks = program_.sets.Add(blanks_);
+    for (const wchar_t blank : blanks_) {
+        program_.largestBlank = std::max(program_.largestBlank, static_cast<std::uint32_t>(blank));
+    }
     program_.notBlanks = program_.sets.AddComplement(blanks_);
+    program_.lexems.reserve(grammar_.Lexems().size());
     program_.lexemOfKind.assign(grammar_.SymbolCount(), kNone);
     for (const auto& [kind, definition] : grammar_.Lexems()) {
         CompiledLexem lexem;
@@ -20,6 +38,11 @@ ProgramBuilder::ProgramBuilder(const Grammar& grammar, std::wstring_view blanks,
         lexem.keepStop = definition.keep_stop;
         lexem.skipStop = definition.skip_stop;
         lexem.oneBeforeBlank = lexem.stop.index == program_.blanks.index;
+        lexem.isPlain =
+            lexem.keepFirst && !lexem.keepStop && !lexem.skipStop && !lexem.oneBeforeBlank;
+        lexem.sure = IsDisjoint(definition.start_set, lexem.stop) ? 1 : 0;
+        if (definition.stop_set.size() == 1) lexem.onlyStop = definition.stop_set.front();
+        lexem.mark = MarkOf(definition, lexem);
         program_.lexemOfKind[kind] = static_cast<std::uint32_t>(program_.lexems.size());
         program_.lexems.push_back(lexem);
     }
@@ -52,12 +75,14 @@ void ProgramBuilder::EmitReport(int line) {
 }
 
 void ProgramBuilder::EmitLexem(const GrammarNode& node, const Mode& mode) {
-    const std::uint32_t text = node.keyword.empty() ? kNone : AddKeyword(node.keyword);
-    Instruction& instruction = Emit(Operation::kLexem);
+    const CompiledLexem& lexem = program_.lexems[program_.lexemOfKind[node.id]];
+    const bool isMark = lexem.mark != 0 && node.keyword.empty();
+    const Operation plain = isMark ? Operation::kMark : Operation::kPlain;
+    Instruction& instruction = Emit(lexem.isPlain ? plain : Operation::kLexem);
     instruction.store = mode.store;
     instruction.append = mode.append != Append::kNo;
-    instruction.lexem = program_.lexemOfKind[node.id];
-    instruction.keyword = text;
+    instruction.lexem = &lexem;
+    if (!node.keyword.empty()) instruction.keyword = &AddKeyword(node.keyword);
 }
 
 void ProgramBuilder::EmitCall(std::uint32_t rule, const Mode& mode, bool first) {
@@ -90,12 +115,11 @@ void ProgramBuilder::FinishCalls() {
     }
 }
 
-std::uint32_t ProgramBuilder::AddKeyword(std::wstring text) {
+const std::wstring& ProgramBuilder::AddKeyword(std::wstring text) {
     platform::ToUpperCase(text.data(), text.find(L'\0') == text.npos ? text.size() : 0);
     const auto found = std::find(program_.keywords.begin(), program_.keywords.end(), text);
-    const auto index = static_cast<std::uint32_t>(found - program_.keywords.begin());
-    if (found == program_.keywords.end()) program_.keywords.push_back(std::move(text));
-    return index;
+    return found != program_.keywords.end() ? *found
+                                            : program_.keywords.emplace_back(std::move(text));
 }
 
 }  // namespace helpers::scripting

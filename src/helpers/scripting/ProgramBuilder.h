@@ -58,7 +58,7 @@ public:
     void FinishCalls();
 
 private:
-    std::uint32_t AddKeyword(std::wstring text);
+    const std::wstring& AddKeyword(std::wstring text);
 
     const Grammar& grammar_;
     const GrammarAnalysis analysis_;

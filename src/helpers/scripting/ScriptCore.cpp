@@ -12,14 +12,14 @@ Language::Language(Grammar grammar, std::wstring blanks)
       program_(Compile(grammar_, blanks_)) {}
 
 ScriptCore::ScriptCore(std::shared_ptr<const Language> language)
-    : language_(std::move(language)), matcher_(scanner_, last_) {
-    scanner_.Reset(text_, language_->Compiled());
+    : language_(std::move(language)), program_(&language_->Compiled()), matcher_(scanner_, last_) {
+    scanner_.Reset(text_, *program_);
 }
 
 void ScriptCore::TakeText(std::wstring text) {
     text_ = std::move(text);
     hasText_ = true;
-    scanner_.Reset(text_, language_->Compiled());
+    scanner_.Reset(text_, *program_);
 }
 
 Grammar& ScriptCore::OwnTables() {
@@ -28,13 +28,11 @@ Grammar& ScriptCore::OwnTables() {
     return *own_;
 }
 
-const Program& ScriptCore::Ready() {
-    if (stale_) {
-        language_ = std::make_shared<const Language>(*own_, language_->Blanks());
-        scanner_.Reset(text_, language_->Compiled());
-        stale_ = false;
-    }
-    return language_->Compiled();
+void ScriptCore::MakeReady() {
+    language_ = std::make_shared<const Language>(*own_, language_->Blanks());
+    program_ = &language_->Compiled();
+    scanner_.Reset(text_, *program_);
+    stale_ = false;
 }
 
 bool ScriptCore::add_lexem(const LexemDefinition& definition) {
@@ -82,8 +80,8 @@ bool ScriptCore::get_lexem(std::uint32_t kind, std::wstring_view& text) {
     return true;
 }
 
-bool ScriptCore::MatchRule(std::uint32_t rule, Pieces& out, Report report) {
-    out.clear();
+template <class Receive>
+bool ScriptCore::MatchAndTake(std::uint32_t rule, Report report, Receive receive) {
     const Program& program = Ready();
     const Entry* entry = program.FindEntry(rule);
     std::size_t position = position_;
@@ -91,31 +89,27 @@ bool ScriptCore::MatchRule(std::uint32_t rule, Pieces& out, Report report) {
         return false;
     }
     try {
-        matcher_.Recorded().Fill(text_, out);
+        receive(matcher_.Recorded());
     } catch (const std::bad_alloc&) {
-        out.clear();
         return false;
     }
     position_ = position;
     return true;
 }
 
+bool ScriptCore::MatchRule(std::uint32_t rule, Pieces& out, Report report) {
+    const bool matched =
+        MatchAndTake(rule, report, [&](PieceRecorder& pieces) { pieces.MoveTo(out); });
+    if (!matched) out.clear();
+    return matched;
+}
+
 bool ScriptCore::MatchRule(std::uint32_t rule, std::vector<std::wstring>& out, Report report) {
     out.clear();
-    const Program& program = Ready();
-    const Entry* entry = program.FindEntry(rule);
-    std::size_t position = position_;
-    if (entry == nullptr || !matcher_.Match(program, entry->address, position, 0, report)) {
-        return false;
-    }
-    try {
-        matcher_.Recorded().AppendTo(text_, out);
-    } catch (const std::bad_alloc&) {
-        out.clear();
-        return false;
-    }
-    position_ = position;
-    return true;
+    const bool matched =
+        MatchAndTake(rule, report, [&](PieceRecorder& pieces) { pieces.AppendTo(out); });
+    if (!matched) out.clear();
+    return matched;
 }
 
 bool ScriptCore::MatchNode(const GrammarNode& node, std::vector<std::wstring>& out, bool store,
@@ -127,8 +121,8 @@ bool ScriptCore::MatchNode(const GrammarNode& node, std::vector<std::wstring>& o
     std::size_t position = position_;
     const bool matched =
         matcher_.Match(*program, program->loose.address, position, out.size(), report);
-    scanner_.Reset(text_, language_->Compiled());
-    matcher_.Recorded().AppendTo(text_, out);
+    scanner_.Reset(text_, *program_);
+    matcher_.Recorded().AppendTo(out);
     if (matched) position_ = position;
     return matched;
 }

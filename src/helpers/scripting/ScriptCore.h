@@ -78,8 +78,14 @@ protected:
     bool FindRule(std::uint32_t rule, bool peek, Report report);
 
 private:
+    template <class Receive>
+    bool MatchAndTake(std::uint32_t rule, Report report, Receive receive);
     Grammar& OwnTables();
-    const Program& Ready();
+    const Program& Ready() {
+        if (stale_) MakeReady();
+        return *program_;
+    }
+    void MakeReady();
     bool ReadLexem(std::uint32_t kind, LexemSpan& span);
     void Take(std::uint32_t kind, const LexemSpan& span);
 
@@ -89,6 +95,7 @@ private:
     LastLexem last_;
     bool lexemRead_ = true;
     std::shared_ptr<const Language> language_;
+    const Program* program_;        // the language's
     std::unique_ptr<Grammar> own_;  // the tables once they differ from the shared language's
     bool stale_ = false;            // they were not made ready since the last change
     TextScanner scanner_;

@@ -5,30 +5,55 @@
 namespace helpers::scripting {
 
 TextScanner::Runs& TextScanner::RunsOf(const CharacterSet& set) {
-    if (runs_.empty()) runs_.resize(program_->sets.Count());
+    if (runs_.empty()) runs_.resize(setCount_);
     return runs_[set.index];
+}
+
+std::size_t TextScanner::SkipSome(std::size_t from) {
+    for (std::size_t at = from; at < size_; ++at) {
+        if (!blanks_.Has(text_[at])) return at;
+        if (at == from + kShort) return FindBeyond(*notBlanks_, from, at);
+    }
+    return kNoPosition;
+}
+
+LexemOutcome TextScanner::Read(const CompiledLexem& lexem, std::size_t first, LexemSpan& span) {
+    if (!lexem.start.Has(text_[first])) return LexemOutcome::kWrongStart;
+    std::size_t stop = first + 1;
+    if (lexem.oneBeforeBlank) {
+        if (stop >= size_ || !lexem.stop.Has(text_[stop])) return LexemOutcome::kWrongStart;
+    } else {
+        stop = Find(lexem.stop, first);
+        if (stop == kNoPosition) return LexemOutcome::kNoStop;
+    }
+    span.begin = lexem.keepFirst ? first : first + 1;
+    const std::size_t end = lexem.keepStop ? stop + 1 : stop;
+    span.length = end > span.begin ? end - span.begin : 1;  // a lexem is never empty
+    span.next = first + span.length + (lexem.keepStop || lexem.skipStop ? 1 : 0);
+    return LexemOutcome::kRead;
 }
 
 // `known`: no character of the set stands from `from` up to there.
 std::size_t TextScanner::FindBeyond(const CharacterSet& set, std::size_t from, std::size_t known) {
+    if (known >= size_) return kNoPosition;
     if (!runs_.empty()) {
         const Runs& runs = runs_[set.index];
         if (from >= runs.lastBegin && from < runs.lastEnd) return runs.lastEnd;
     }
-    const std::size_t limit = std::min(text_.size(), from + kNearby);
+    const std::size_t limit = std::min(size_, from + kNearby);
     for (; known < limit; ++known) {
         if (set.Has(text_[known])) return known;
     }
-    return known == text_.size() ? kNoPosition : FindFar(set, from, known);
+    return known == size_ ? kNoPosition : FindFar(set, from, known);
 }
 
 std::size_t TextScanner::FindFar(const CharacterSet& set, std::size_t from, std::size_t known) {
     Runs& runs = RunsOf(set);
     const auto next = runs.beginByEnd.lower_bound(known);
     const bool isKnown = next != runs.beginByEnd.end();
-    const std::size_t limit = isKnown ? std::min(next->second, text_.size()) : text_.size();
+    const std::size_t limit = isKnown ? std::min(next->second, size_) : size_;
     while (known < limit && !set.Has(text_[known])) ++known;
-    std::size_t end = known < text_.size() ? known : kNoPosition;
+    std::size_t end = known < size_ ? known : kNoPosition;
     if (isKnown && known >= limit) {
         end = next->first;
         next->second = std::min(next->second, from);
@@ -41,20 +66,34 @@ std::size_t TextScanner::FindFar(const CharacterSet& set, std::size_t from, std:
     return end;
 }
 
+// All of them are found at once: whoever looks for one of several entries that begin alike asks for
+// them again and again.
+std::size_t TextScanner::FindOnlyFirst(wchar_t character, std::size_t from) {
+    if (onlyFirstOf_ != character) {
+        onlyFirst_.clear();
+        onlyFirst_.reserve(kFewCandidates);
+        onlyFirstOf_ = character;
+        const std::wstring_view text = Text();
+        for (std::size_t at = text.find(character); at != text.npos;
+             at = text.find(character, at + 1)) {
+            onlyFirst_.push_back(at);
+        }
+    }
+    const auto next = std::lower_bound(onlyFirst_.begin(), onlyFirst_.end(), from);
+    return next == onlyFirst_.end() ? kNoPosition : *next;
+}
+
 std::size_t TextScanner::FindCandidate(const Entry& entry, std::size_t from) {
+    if (entry.onlyFirst != 0) return FindOnlyFirst(entry.onlyFirst, from);
     if (!runs_.empty()) {
         const auto& known = runs_[entry.first.index].beginByEnd;
         const auto next = known.lower_bound(from);
         if (next != known.end() && next->second <= from) return next->first;
     }
     std::size_t found = from;
-    if (entry.onlyFirst != 0) {
-        found = text_.find(entry.onlyFirst, from);
-    } else {
-        while (found < text_.size() && !entry.first.Has(text_[found])) ++found;
-        if (found >= text_.size()) found = kNoPosition;
-    }
-    if (std::min(found, text_.size()) - from > kFarCandidate) {
+    while (found < size_ && !entry.first.Has(text_[found])) ++found;
+    if (found >= size_) found = kNoPosition;
+    if (std::min(found, size_) - from > kFarCandidate) {
         RunsOf(entry.first).beginByEnd[found] = from;
     }
     return found;

@@ -4,6 +4,7 @@
 // again costs a bounded number of steps: long runs without a stop character are remembered. Not for
 // several threads at once.
 
+#include <algorithm>
 #include <cstddef>
 #include <map>
 #include <string_view>
@@ -27,52 +28,58 @@ class TextScanner {
 public:
     // The text and the program must stay while the scanner works on them.
     void Reset(std::wstring_view text, const Program& program) {
-        text_ = text;
-        program_ = &program;
+        text_ = text.data();
+        size_ = text.size();
+        blanks_ = program.blanks;
+        largestBlank_ = program.largestBlank;
+        notBlanks_ = &program.notBlanks;
+        setCount_ = program.sets.Count();
+        onlyFirst_.clear();
+        onlyFirstOf_ = 0;
         runs_.clear();
     }
 
-    std::wstring_view Text() const { return text_; }
+    std::wstring_view Text() const { return {text_, size_}; }
 
-    // The first character from `from` on that is no blank; kNoPosition for none.
+    // The first character from `from` on that is no blank; kNoPosition for none. For `from` up to
+    // the text's end, where a zero stands.
     std::size_t SkipBlanks(std::size_t from) {
-        if (from >= text_.size()) return kNoPosition;
-        if (!program_->blanks.Has(text_[from])) return from;
-        return Find(program_->notBlanks, from + 1);
+        // Most characters are larger than any blank.
+        if (CodeOf(text_[from]) > largestBlank_) return from;
+        if (from < size_ && CodeOf(text_[from + 1]) > largestBlank_ && blanks_.Has(text_[from])) {
+            return from + 1;
+        }
+        return SkipSome(from);
     }
 
     // The first character of the set from `from` on; kNoPosition for none.
     std::size_t Find(const CharacterSet& set, std::size_t from) {
-        const std::size_t end = text_.size();
-        const std::size_t limit = from < end && end - from > kShort ? from + kShort : end;
-        for (std::size_t index = from; index < limit; ++index) {
-            if (set.Has(text_[index])) return index;
+        const wchar_t* at = text_ + from;
+        const wchar_t* const limit = text_ + std::min(size_, from + kShort);
+        for (; at + 4 <= limit; at += 4) {
+            if (set.Has(at[0])) return PositionOf(at);
+            if (set.Has(at[1])) return PositionOf(at + 1);
+            if (set.Has(at[2])) return PositionOf(at + 2);
+            if (set.Has(at[3])) return PositionOf(at + 3);
         }
-        return limit == end ? kNoPosition : FindBeyond(set, from, limit);
+        return FindBeyond(set, from, PositionOf(at));
     }
 
     // The first character from `from` on that the entry's matches may begin with; kNoPosition for
     // none.
     std::size_t FindCandidate(const Entry& entry, std::size_t from);
 
-    // Reads a lexem that begins with the character at `first`, which is inside the text.
-    LexemOutcome Read(const CompiledLexem& lexem, std::size_t first, LexemSpan& span) {
-        if (!lexem.start.Has(text_[first])) return LexemOutcome::kWrongStart;
-        std::size_t stop = first + 1;
-        if (lexem.oneBeforeBlank) {
-            if (stop >= text_.size() || !lexem.stop.Has(text_[stop])) {
-                return LexemOutcome::kWrongStart;
-            }
-        } else {
-            stop = Find(lexem.stop, first);
-            if (stop == kNoPosition) return LexemOutcome::kNoStop;
-        }
-        span.begin = lexem.keepFirst ? first : first + 1;
-        const std::size_t end = lexem.keepStop ? stop + 1 : stop;
-        span.length = end > span.begin ? end - span.begin : 1;  // a lexem is never empty
-        span.next = first + span.length + (lexem.keepStop || lexem.skipStop ? 1 : 0);
-        return LexemOutcome::kRead;
+    // Where a lexem ends that begins with the character at `first`, which is inside the text; for
+    // plain lexems. kNoPosition when it does not begin so, or never ends.
+    std::size_t FindEnd(const CompiledLexem& lexem, std::size_t first) {
+        if (!lexem.start.Has(text_[first])) return kNoPosition;
+        const std::size_t from = first + lexem.sure;
+        const std::size_t stop =
+            lexem.onlyStop != 0 ? FindOnly(lexem, from) : Find(lexem.stop, from);
+        return stop == first ? first + 1 : stop;  // a lexem is never empty
     }
+    // Reads any lexem that begins there.
+    LexemOutcome Read(const CompiledLexem& lexem, std::size_t first, LexemSpan& span);
 
 private:
     // Stretches of text without a character of some set, by where they end (kNoPosition for the
@@ -87,13 +94,29 @@ private:
     static constexpr std::size_t kShort = 16;
     static constexpr std::size_t kNearby = 64;
     static constexpr std::size_t kFarCandidate = 4096;
+    static constexpr std::size_t kFewCandidates = 16;  // most texts have no more
 
+    static std::uint32_t CodeOf(wchar_t character) { return static_cast<std::uint32_t>(character); }
+    std::size_t SkipSome(std::size_t from);
+    std::size_t PositionOf(const wchar_t* at) const { return static_cast<std::size_t>(at - text_); }
+    std::size_t FindOnly(const CompiledLexem& lexem, std::size_t from) {
+        const std::size_t known = std::min(from + kNearby, size_);
+        const std::size_t found = Text().substr(0, known).find(lexem.onlyStop, from);
+        return found != kNoPosition ? found : FindBeyond(lexem.stop, from, known);
+    }
     std::size_t FindBeyond(const CharacterSet& set, std::size_t from, std::size_t known);
+    std::size_t FindOnlyFirst(wchar_t character, std::size_t from);
     std::size_t FindFar(const CharacterSet& set, std::size_t from, std::size_t known);
     Runs& RunsOf(const CharacterSet& set);
 
-    std::wstring_view text_;
-    const Program* program_ = nullptr;
+    const wchar_t* text_ = nullptr;
+    std::size_t size_ = 0;
+    CharacterSet blanks_;
+    std::uint32_t largestBlank_ = 0;
+    const CharacterSet* notBlanks_ = nullptr;
+    std::size_t setCount_ = 0;
+    std::vector<std::size_t> onlyFirst_;  // where that character of the last such entry stands
+    wchar_t onlyFirstOf_ = 0;
     std::vector<Runs> runs_;  // by the set's index; empty until there is something to remember
 };
 
