@@ -8,13 +8,17 @@
 namespace compositions {
 namespace {
 
+wchar_t UpperAscii(wchar_t character) {
+    const bool isLower = character >= L'a' && character <= L'z';
+    return isLower ? static_cast<wchar_t>(character - (L'a' - L'A')) : character;
+}
+
 // Writes the upper-case form of the ASCII characters; answers whether there were only those.
 bool CopyUpperAscii(std::wstring_view from, wchar_t* to) {
     wchar_t seen = 0;
-    for (wchar_t character : from) {
-        seen |= character;
-        const bool isLower = character >= L'a' && character <= L'z';
-        *to++ = isLower ? static_cast<wchar_t>(character - (L'a' - L'A')) : character;
+    for (std::size_t i = 0; i < from.size(); ++i) {
+        seen |= from[i];
+        to[i] = UpperAscii(from[i]);
     }
     return (seen & ~0x7F) == 0;
 }
@@ -23,52 +27,36 @@ std::wstring_view UpToZero(std::wstring_view text) {
     return text.substr(0, text.find(L'\0'));
 }
 
-std::unique_ptr<wchar_t[]> MakeBuffer(std::size_t length) {
-    auto buffer = std::make_unique_for_overwrite<wchar_t[]>(length + 1);
+}  // namespace
+
+wchar_t* UpperName::MakeBuffer(std::size_t length) {
+    if (length >= kShort) buffer_.allocated = new wchar_t[length + 1];
+    capacity_ = length + 1;
+    wchar_t* buffer = IsLong() ? buffer_.allocated : buffer_.inPlace;
     buffer[length] = L'\0';
     return buffer;
 }
 
-}  // namespace
-
 UpperName::UpperName(std::wstring_view token) {
     token = UpToZero(token);
     if (token.empty()) return;
-    buffer_ = MakeBuffer(token.size());
-    capacity_ = token.size() + 1;
-    if (!CopyUpperAscii(token, buffer_.get())) {
-        platform::ToUpperCase(buffer_.get(), token.size());
-    }
+    wchar_t* buffer = MakeBuffer(token.size());
+    if (!CopyUpperAscii(token, buffer)) platform::ToUpperCase(buffer, token.size());
 }
 
 UpperName::UpperName(const UpperName& other) {
-    if (!other.buffer_) return;
-    buffer_ = MakeBuffer(other.Length());
-    capacity_ = other.capacity_;
-    std::ranges::copy(other.View(), buffer_.get());
+    if (other.capacity_ != 0) std::ranges::copy(other.View(), MakeBuffer(other.Length()));
 }
-
-UpperName::UpperName(UpperName&& other) noexcept
-    : buffer_(std::move(other.buffer_)), capacity_(std::exchange(other.capacity_, 0)) {}
 
 UpperName& UpperName::operator=(const UpperName& other) {
     if (this != &other) *this = UpperName(other);
     return *this;
 }
 
-UpperName& UpperName::operator=(UpperName&& other) noexcept {
-    buffer_ = std::move(other.buffer_);
-    capacity_ = std::exchange(other.capacity_, 0);
-    return *this;
-}
-
 UpperName UpperName::Verbatim(std::wstring_view characters) {
     characters = UpToZero(characters);
     UpperName name;
-    if (characters.empty()) return name;
-    name.buffer_ = MakeBuffer(characters.size());
-    name.capacity_ = characters.size() + 1;
-    std::ranges::copy(characters, name.buffer_.get());
+    if (!characters.empty()) std::ranges::copy(characters, name.MakeBuffer(characters.size()));
     return name;
 }
 
