@@ -4,17 +4,21 @@
 
 namespace compositions {
 
+using namespace std::string_view_literals;
+
 AccessWord AccessFlags::Take(std::wstring_view word) {
-    if (IsKeyword(word, L"READ")) return Set(kAccessRead, 0, status::kRead);
-    if (IsKeyword(word, L"WRITE")) return Set(kAccessWrite, 0, status::kRead);
-    if (IsKeyword(word, L"EXPENSIVE")) {
+    if (IsKeyword(word, L"READ"sv)) return Set(kAccessRead, 0, status::kRead);
+    if (IsKeyword(word, L"WRITE"sv)) return Set(kAccessWrite, 0, status::kRead);
+    if (IsKeyword(word, L"EXPENSIVE"sv)) {
         return Set(kAccessExpensive, kAccessEnveloped, status::kExpensiveAfterEnveloped);
     }
-    if (IsKeyword(word, L"ENVELOPED")) {  // an enveloped property is always writable
+    if (IsKeyword(word, L"ENVELOPED"sv)) {  // an enveloped property is always writable
         return Set(kAccessEnveloped | kAccessWrite, kAccessExpensive,
                    status::kEnvelopedAfterExpensive);
     }
-    if (IsKeyword(word, L"NO_INTERPOLATION")) return Set(kAccessNoInterpolation, 0, status::kRead);
+    if (IsKeyword(word, L"NO_INTERPOLATION"sv)) {
+        return Set(kAccessNoInterpolation, 0, status::kRead);
+    }
     return AccessWord::kNotAnAccessWord;
 }
 

@@ -3,11 +3,13 @@
 
 namespace compositions {
 
+using namespace std::string_view_literals;
+
 std::int32_t ReadEffects(ScriptCursor& cursor, CompositionDescription& description) {
     if (!cursor.FindHeader(Section::kEffects, R36)) return status::kNoEffects;
     Pieces& pieces = cursor.Scratch();
     while (cursor.Match(R37, pieces)) {
-        if (IsKeyword(pieces[1], L"MIX")) {  // written as a word or as a string
+        if (IsKeyword(pieces[1], L"MIX"sv)) {  // written as a word or as a string
             description.mixes.emplace_back(pieces[0]);
         } else {
             description.effectInstances[UpperName(pieces[0])] = pieces[1];

@@ -7,7 +7,10 @@
 namespace compositions {
 namespace {
 
-constexpr std::wstring_view kKinds[] = {L"LINEAR", L"COSINE", L"CUBIC", L"HERMITE", L"HOLD"};
+using namespace std::string_view_literals;
+
+constexpr std::wstring_view kHermite = L"HERMITE"sv;
+constexpr std::wstring_view kKinds[] = {L"LINEAR"sv, L"COSINE"sv, L"CUBIC"sv, kHermite, L"HOLD"sv};
 
 bool IsKind(std::wstring_view word) {
     for (const std::wstring_view kind : kKinds) {
@@ -34,19 +37,22 @@ bool HasParameters(const Pieces& pieces, std::size_t next) {
 // Reads the keys behind the name and the count. Answers the position of a word that is no kind, or
 // 0.
 std::size_t ReadKeys(const Pieces& pieces, std::vector<EnvelopeKey>& keys) {
+    keys.reserve(pieces.size() / 3);  // a key has two pieces at least and mostly three
     for (std::size_t next = 2; next + 1 < pieces.size();) {
-        EnvelopeKey key{std::wstring(pieces[next++]), L"1.0", {}, L"0.0", L"0.0"};
+        EnvelopeKey& key = keys.emplace_back();
+        key.time = pieces[next++];
+        key.value = L"1.0"sv;
+        key.firstParameter = key.secondParameter = L"0.0"sv;
         if (next + 1 < pieces.size() && IsNumber(pieces[next])) key.value = pieces[next++];
         if (!IsKind(pieces[next])) return next;
         key.kind = UpperName(pieces[next++]);
         if (HasParameters(pieces, next)) {
-            if (key.kind == std::wstring_view(L"HERMITE")) {
+            if (key.kind == kHermite) {
                 key.firstParameter = pieces[next];
                 key.secondParameter = pieces[next + 1];
             }
             next += 2;  // written behind another kind, they mean nothing
         }
-        keys.push_back(std::move(key));
     }
     return 0;
 }

@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <span>
 #include <string>
 #include <utility>
@@ -16,17 +17,36 @@ public:
     explicit MappingList(Mappings& mappings) : mappings_(mappings) {}
 
     bool Append(Mapping mapping) {
-        const std::uint64_t hash =
-            HashOf(mapping.targetProperty,
-                   HashOf(mapping.instance.View(), HashOf(mapping.property.View())));
-        const auto equals = [&](std::size_t i) { return mappings_[i] == mapping; };
-        if (!index_.Insert(hash, mappings_.size(), equals)) return false;
+        if (Contains(mapping)) return false;
+        if (mappings_.empty()) mappings_.reserve(kFewStatements);
         mappings_.push_back(std::move(mapping));
         return true;
     }
 
 private:
+    // Enters the mappings that were appended since it was asked last, and then this one, which is
+    // to be appended unless it is there.
+    bool Contains(const Mapping& mapping) {
+        if (mappings_.size() < kFewStatements) {
+            return std::ranges::find(mappings_, mapping) != mappings_.end();
+        }
+        for (; indexed_ < mappings_.size(); ++indexed_) Enter(mappings_[indexed_], indexed_);
+        if (!Enter(mapping, indexed_)) return true;
+        ++indexed_;
+        return false;
+    }
+
+    // `position`: where it stands, or will.
+    bool Enter(const Mapping& mapping, std::size_t position) {
+        const std::uint64_t hash =
+            HashOf(mapping.targetProperty,
+                   HashOf(mapping.instance.View(), HashOf(mapping.property.View())));
+        return index_.Insert(hash, position,
+                             [&](std::size_t other) { return mappings_[other] == mapping; });
+    }
+
     Mappings& mappings_;
+    std::size_t indexed_ = 0;
     HashIndex index_;
 };
 

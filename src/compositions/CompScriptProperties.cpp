@@ -21,6 +21,7 @@ std::int32_t ReadProperties(ScriptCursor& cursor, CompositionDescription& descri
             if (word == AccessWord::kRefused) return cursor.Refused(access.Status(), pieces[next]);
             if (word == AccessWord::kNotAnAccessWord) break;
         }
+        if (description.properties.empty()) description.properties.reserve(kFewStatements);
         PropertyRecord& record = description.properties.emplace_back();
         record.access = access.Value();
         if (next < pieces.size()) record.name = pieces[next];

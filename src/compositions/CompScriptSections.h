@@ -4,12 +4,17 @@
 // until none matches, fills its containers and returns its own status; what it took before a
 // failure stays.
 
+#include <cstddef>
 #include <cstdint>
 
 #include "compositions/CompositionDescription.h"
 #include "compositions/ScriptCursor.h"
 
 namespace compositions {
+
+// Lists start with room for as many elements, and are searched without an index up to there: most
+// scripts need no more.
+inline constexpr std::size_t kFewStatements = 8;
 
 std::int32_t ReadSetup(ScriptCursor& cursor, CompositionDescription& description);
 std::int32_t ReadSources(ScriptCursor& cursor, CompositionDescription& description);

@@ -9,10 +9,13 @@
 namespace compositions {
 namespace {
 
+using namespace std::string_view_literals;
+
 constexpr std::size_t kTraceBuffer = 1024;  // its terminator included
 
 // The line ends where its buffer does, and each text at its first zero.
 void TraceTitle(const CompositionDescription& description) {
+    if (!helpers::TraceMessage::IsHeard()) return;
     const auto narrow = [](const std::wstring& text) {
         return platform::ToNarrow(std::wstring_view(text.c_str()).substr(0, kTraceBuffer),
                                   platform::CodePage::kAnsi);
@@ -24,9 +27,9 @@ void TraceTitle(const CompositionDescription& description) {
 }
 
 void ReadText(ScriptCursor& cursor, const Pieces& pieces, CompositionDescription& description) {
-    if (IsKeyword(pieces[0], L"NAME")) {
+    if (IsKeyword(pieces[0], L"NAME"sv)) {
         description.name = pieces[1];
-    } else if (IsKeyword(pieces[0], L"CATEGORY")) {
+    } else if (IsKeyword(pieces[0], L"CATEGORY"sv)) {
         description.category = pieces[1];
     } else {
         return cursor.Skipped();
@@ -35,21 +38,21 @@ void ReadText(ScriptCursor& cursor, const Pieces& pieces, CompositionDescription
 }
 
 void ReadSpeed(ScriptCursor& cursor, const Pieces& pieces, CompositionDescription& description) {
-    if (!IsKeyword(pieces[0], L"SPEED")) return cursor.Skipped();
+    if (!IsKeyword(pieces[0], L"SPEED"sv)) return cursor.Skipped();
     description.speed = NumberOf(pieces[1]);
     cursor.Taken();
 }
 
 std::int32_t ReadSwitch(ScriptCursor& cursor, const Pieces& pieces,
                         CompositionDescription& description) {
-    if (IsKeyword(pieces[0], L"SWAP")) {
+    if (IsKeyword(pieces[0], L"SWAP"sv)) {
         description.swap = true;  // whatever its value: authors rely on SWAP = FALSE setting it
-    } else if (!IsKeyword(pieces[0], L"IS_FILTER")) {
+    } else if (!IsKeyword(pieces[0], L"IS_FILTER"sv)) {
         cursor.Skipped();
         return status::kRead;
-    } else if (IsKeyword(pieces[1], L"TRUE")) {
+    } else if (IsKeyword(pieces[1], L"TRUE"sv)) {
         description.isFilter = true;
-    } else if (IsKeyword(pieces[1], L"FALSE")) {
+    } else if (IsKeyword(pieces[1], L"FALSE"sv)) {
         description.isFilter = false;
     } else {
         return cursor.Refused(status::kFaultyStatement, pieces[1]);
@@ -62,7 +65,7 @@ std::int32_t ReadSwitch(ScriptCursor& cursor, const Pieces& pieces,
 void ReadRegistryValue(ScriptCursor& cursor, const Pieces& pieces,
                        CompositionDescription& description) {
     const bool isTaken =
-        (pieces.size() == 4 || pieces.size() == 5) && IsKeyword(pieces[1], L"REGS");
+        (pieces.size() == 4 || pieces.size() == 5) && IsKeyword(pieces[1], L"REGS"sv);
     if (!isTaken) return cursor.Skipped();
     RegistryValue& value = description.registryValues[UpperName(pieces[0])];
     value.first = pieces[2];

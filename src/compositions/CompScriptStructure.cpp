@@ -1,4 +1,7 @@
+#include <array>
+#include <charconv>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -9,6 +12,8 @@
 
 namespace compositions {
 namespace {
+
+using namespace std::string_view_literals;
 
 // The names that STRUCTURE may wire.
 class Declarations {
@@ -60,6 +65,7 @@ class TreeBuilder {
 public:
     void AddName(UpperName name) {
         std::vector<StructureNode>& siblings = open_.empty() ? roots_ : open_.back()->inputs;
+        if (siblings.empty()) siblings.reserve(kFewNodes);
         last_ = &siblings.emplace_back(std::move(name));
     }
     void AddComma() { last_ = nullptr; }
@@ -80,6 +86,8 @@ public:
     std::vector<StructureNode>& Roots() { return roots_; }
 
 private:
+    static constexpr std::size_t kFewNodes = 4;  // most lists have no more
+
     std::vector<StructureNode> roots_;
     // The nodes whose parentheses are open. Each is the last of its list, which grows again only
     // when it is closed: the addresses hold.
@@ -90,7 +98,11 @@ private:
 // Declares a mixing node. Names that the script gave are in upper case and the candidate is not
 // when it is compared with them, so the first candidate is taken even if a mix is called so.
 UpperName MakeMix(Names& mixes) {
-    const UpperName name(L"mix" + std::to_wstring(mixes.size()));
+    std::array<char, 24> digits;
+    char* const end = std::to_chars(digits.data(), digits.data() + digits.size(), mixes.size()).ptr;
+    std::wstring text = L"mix";
+    text.append(digits.data(), end);
+    const UpperName name(text);
     mixes.push_back(name);
     return name;
 }
@@ -109,7 +121,7 @@ std::int32_t ReadNodes(ScriptCursor& cursor, CompositionDescription& description
             if (!tree.Close()) return cursor.Refused(status::kFaultyStatement, pieces[0]);
         } else if (CanBe(form, TextForm::kWord) && cursor.Match(LxIdent, pieces)) {
             UpperName name(pieces[0]);
-            if (name == std::wstring_view(L"MIX")) {
+            if (name == L"MIX"sv) {
                 name = MakeMix(description.mixes);
             } else if (!declarations.Contains(name)) {
                 return cursor.Refused(status::kUnknownName, pieces[0]);

@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <optional>
 #include <string>
 #include <utility>
@@ -20,6 +21,7 @@ std::uint64_t HashOfTarget(const UpperName& instance, std::wstring_view upperPro
 class MappedTargets {
 public:
     explicit MappedTargets(const Mappings& mappings) : mappings_(mappings) {
+        if (mappings.size() <= kFewStatements) return;
         upperProperties_.reserve(mappings.size());
         for (std::size_t i = 0; i < mappings.size(); ++i) {
             upperProperties_.push_back(UpperText(mappings[i].targetProperty));
@@ -31,6 +33,13 @@ public:
     }
 
     bool Contains(const TimelineTarget& target) const {
+        if (upperProperties_.empty()) {
+            return std::ranges::any_of(mappings_, [&](const Mapping& mapping) {
+                return mapping.instance == target.instance &&
+                       mapping.targetProperty.size() == target.property.size() &&
+                       UpperText(mapping.targetProperty) == target.property;
+            });
+        }
         return index_.Contains(HashOfTarget(target.instance, target.property), [&](std::size_t i) {
             return IsAt(i, target.instance, target.property);
         });
@@ -98,10 +107,11 @@ private:
     }
 
     void AddEntries(std::wstring_view value, TimelineValueKind kind) {
+        TimelineEntries& entries = description_.timelineEntries;
+        if (entries.empty()) entries.reserve(std::max(targets_.size(), kFewStatements));
         for (TimelineTarget& target : targets_) {
-            description_.timelineEntries.push_back({std::move(target.instance),
-                                                    std::move(target.property), std::wstring(value),
-                                                    kind});
+            entries.push_back({std::move(target.instance), std::move(target.property),
+                               std::wstring(value), kind});
         }
         cursor_.Taken();
     }
