@@ -103,4 +103,24 @@ TEST(MappingSection, EqualRecordsAreFoundAmongThousands) {
     EXPECT_EQ(twice->GetSectionStatuses()[Section::kMapping], 14);
 }
 
+// Few targets are looked through, many are indexed.
+TEST(MappingSection, ATargetIsFoundTwiceHoweverManyStandBefore) {
+    constexpr int kTargets = 20;
+    for (int again = 0; again < kTargets; ++again) {
+        for (int before = again + 1; before <= kTargets; ++before) {
+            std::string statements;
+            for (int i = 0; i < before; ++i) {
+                statements += "\"A\" = E1.\"x" + std::to_string(i) + "\"\n";
+            }
+            const Result once = Read(statements.c_str());
+            ASSERT_EQ(once.status, 0) << before;
+            ASSERT_EQ(once.mappings.size(), static_cast<std::size_t>(before));
+            statements += "\"a\" = e1.\"x" + std::to_string(again) + "\"\n\"B\" = E1.\"y\"\n";
+            const Result twice = Read(statements.c_str());
+            ASSERT_EQ(twice.status, 14) << again << " of " << before;
+            ASSERT_EQ(twice.mappings, once.mappings);
+        }
+    }
+}
+
 }  // namespace

@@ -77,6 +77,22 @@ TEST(Timeline, AMappedTargetCannotCarryAnEnvelope) {
     EXPECT_THAT(script->GetTimelineEntries(), IsEmpty());
 }
 
+// Few mapped targets are looked through, many are indexed.
+TEST(Timeline, AMappedTargetIsFoundHoweverManyThereAre) {
+    for (int count = 1; count <= 20; ++count) {
+        std::string mapping;
+        for (int i = 0; i < count; ++i) mapping += "\"A\" = E1.\"Gain" + std::to_string(i) + "\"\n";
+        for (int mapped = 0; mapped <= count; ++mapped) {
+            const std::string timeline = "E1.\"gAIN" + std::to_string(mapped) + "\" = F";
+            const auto script = ReadScript(ScriptParts{.effects = "E1 = \"e\"",
+                                                       .mapping = mapping.c_str(),
+                                                       .envelopes = "F = {1}, {0, HOLD}",
+                                                       .timeline = timeline.c_str()});
+            ASSERT_EQ(StatusOf(*script), mapped < count ? 19 : 0) << mapped << " of " << count;
+        }
+    }
+}
+
 TEST(Timeline, AMappedTargetMayHaveAValue) {
     const auto script = ReadTimeline("E1.\"gain\" = 1", "\"P\" = E1.\"Gain\"");
     EXPECT_EQ(StatusOf(*script), 0);

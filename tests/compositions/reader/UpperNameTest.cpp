@@ -79,6 +79,28 @@ TEST(UpperName, CopiesAndMovesItsBuffer) {
     EXPECT_EQ(copy.Data(), nullptr);
 }
 
+TEST(UpperName, NamesOfAnyLengthTakeEachOthersPlace) {
+    for (std::size_t from = 0; from < 40; ++from) {
+        for (std::size_t to = 0; to < 40; ++to) {
+            const UpperName source(std::wstring(from, L'a'));
+            UpperName name(std::wstring(to, L'b'));
+            name = source;
+            ASSERT_EQ(name.View(), std::wstring(from, L'A'));
+            ASSERT_EQ(name.Capacity(), from == 0 ? 0 : from + 1);
+            UpperName other(std::wstring(to, L'c'));
+            other = std::move(name);
+            ASSERT_EQ(other.View(), std::wstring(from, L'A'));
+            UpperName& itself = other;
+            other = std::move(itself);
+            ASSERT_EQ(other.View(), std::wstring(from, L'A'));
+            ASSERT_TRUE(from == 0 || other.Data()[from] == L'\0');
+            const UpperName last = std::move(other);
+            ASSERT_EQ(last, source);
+            ASSERT_EQ(other.Data(), nullptr);  // NOLINT: the state behind a move is promised empty
+        }
+    }
+}
+
 TEST(UpperText, KeepsZerosAndUpperCasesBehindThem) {
     EXPECT_EQ(UpperText(L"a\0b"sv), L"A\0B"sv);
     EXPECT_EQ(UpperText(L"a\xFFE9\0b\0\0c\xFFE9"sv), L"A\xFFE9\0B\0\0C\xFFE9"sv);
