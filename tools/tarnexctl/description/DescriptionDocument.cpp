@@ -175,9 +175,7 @@ void AddParameters(Json& document, const CompositionDescription& d) {
         AddAccess(entry, mapping.access);
         return entry;
     });
-    document["envelopes"] = ListOf(d.envelopes, [](const auto& entry) {
-        return Named(entry.first, EnvelopeDocument(entry.second));
-    });
+    document["envelopes"] = EnvelopesDocument(d.envelopes);
     document["timelineEntries"] =
         ListOf(d.timelineEntries, [](const compositions::TimelineEntry& entry) {
             return Json{{"instance", Text(entry.instance)},
@@ -202,6 +200,12 @@ Json TextDocument(std::wstring_view text) {
     Json list = Json::array();
     for (const char16_t unit : units) list.push_back(static_cast<unsigned>(unit));
     return {{"utf16", std::move(list)}};
+}
+
+Json EnvelopesDocument(const compositions::Envelopes& envelopes) {
+    return ListOf(envelopes, [](const auto& entry) {
+        return Named(entry.first, EnvelopeDocument(entry.second));
+    });
 }
 
 Json DescriptionDocument(const LoadedDescription& loaded) {

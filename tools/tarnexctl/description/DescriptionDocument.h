@@ -13,6 +13,9 @@ namespace tarnexctl {
 // are values and never keys, and the structure is a flat list, however deep it is.
 Json DescriptionDocument(const LoadedDescription& loaded);
 
+// Its key "envelopes" alone.
+Json EnvelopesDocument(const compositions::Envelopes& envelopes);
+
 // A text as a JSON string; one that is no Unicode text, since it holds half a surrogate pair, as
 // {"utf16": [units]}.
 Json TextDocument(std::wstring_view text);

@@ -12,6 +12,8 @@ const std::vector<CommandSpec>& CommandTable() {
         CheckCommand(),
         ExplainCommand(),
         DumpCommand(),
+        GraphCommand(),
+        PlotCommand(),
         ProbeCommand(),
         DoctorCommand(),
         LogCommand(),
