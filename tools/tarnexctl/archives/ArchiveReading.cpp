@@ -7,6 +7,7 @@
 #include "compositions/ArchiveException.h"
 #include "compositions/ArchiveHeader.h"
 #include "compositions/ScriptArchive.h"
+#include "frame/ExitCode.h"
 #include "frame/Text.h"
 
 namespace tarnexctl {
@@ -59,6 +60,19 @@ ArchiveReading ReadArchive(std::string_view bytes) {
         reading.damage = DamageOf(error.Fault(), body.size(), reading.fieldOffsets.size());
     }
     for (std::uint64_t& offset : reading.fieldOffsets) offset += kArchiveHeaderBytes;
+    return reading;
+}
+
+ArchiveReading ReadWholeArchive(const std::string& name, std::string_view bytes) {
+    if (!bytes.starts_with(kArchiveSignature)) {
+        throw Failure(ExitCode::kInputOutput, InQuotes(name) + " is no archive");
+    }
+    ArchiveReading reading = ReadArchive(bytes);
+    if (reading.damage) {
+        throw Failure(ExitCode::kInputOutput, InQuotes(name) + " is a damaged archive: byte " +
+                                                  std::to_string(reading.damage->offset) + ", " +
+                                                  reading.damage->reason);
+    }
     return reading;
 }
 

@@ -48,6 +48,9 @@ inline constexpr std::array<const char*, 17> kArchiveFields = {
     "swap",
 };
 
+// A whole archive's; a Failure that names the file and the place of the damage for any other.
+ArchiveReading ReadWholeArchive(const std::string& name, std::string_view bytes);
+
 // Never fails: whatever is wrong is in the result.
 ArchiveReading ReadArchive(std::string_view bytes);
 

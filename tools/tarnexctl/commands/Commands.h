@@ -15,6 +15,7 @@ CommandSpec ProbeChildCommand();
 CommandSpec DumpCommand();
 CommandSpec GraphCommand();
 CommandSpec PlotCommand();
+CommandSpec ArchiveCommand();
 CommandSpec DoctorCommand();
 CommandSpec OwnershipChildCommand();
 CommandSpec LogCommand();

@@ -16,12 +16,7 @@ namespace status = compositions::status;
 using compositions::Section;
 
 LoadedDescription FromArchive(const std::string& name, std::string_view bytes) {
-    ArchiveReading reading = ReadArchive(bytes);
-    if (reading.damage) {
-        throw Failure(ExitCode::kInputOutput, InQuotes(name) + " is a damaged archive: byte " +
-                                                  std::to_string(reading.damage->offset) + ", " +
-                                                  reading.damage->reason);
-    }
+    ArchiveReading reading = ReadWholeArchive(name, bytes);
     return {name, true, reading.version,
             std::make_shared<compositions::CompositionScript>(std::move(reading.description))};
 }

@@ -14,6 +14,7 @@ const std::vector<CommandSpec>& CommandTable() {
         DumpCommand(),
         GraphCommand(),
         PlotCommand(),
+        ArchiveCommand(),
         ProbeCommand(),
         DoctorCommand(),
         LogCommand(),

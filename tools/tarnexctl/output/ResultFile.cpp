@@ -25,15 +25,6 @@ bool WriteBytes(const fs::path& path, std::string_view bytes) {
     return !file.fail();
 }
 
-void RequireFolder(const fs::path& path, const std::string& name) {
-    const fs::path folder = path.parent_path();
-    std::error_code ignored;
-    if (!folder.empty() && !fs::exists(folder, ignored)) {
-        throw Failure(ExitCode::kNotFound, InQuotes(name) + " cannot be written: the folder " +
-                                               InQuotes(FromPath(folder)) + " does not exist");
-    }
-}
-
 }  // namespace
 
 OptionSpec OutputOption(const std::string& help) {
@@ -65,7 +56,7 @@ void WriteResult(const Arguments& arguments, Session& session, const std::string
 
 void WriteResultFile(const std::string& name, std::string_view bytes) {
     const fs::path path = ToPath(name);
-    RequireFolder(path, name);
+    RequireFolderOf(name);
     std::error_code ignored;
     const fs::file_status status = fs::status(path, ignored);
     if (fs::is_directory(status)) {
@@ -79,6 +70,15 @@ void WriteResultFile(const std::string& name, std::string_view bytes) {
         return WriteBytes(platform::StreamPath(temporary), bytes);
     };
     if (!compositions::ReplaceFile(LibraryPath(name), write)) CannotBeWritten(name);
+}
+
+void RequireFolderOf(const std::string& name) {
+    const fs::path folder = ToPath(name).parent_path();
+    std::error_code ignored;
+    if (!folder.empty() && !fs::exists(folder, ignored)) {
+        throw Failure(ExitCode::kNotFound, InQuotes(name) + " cannot be written: the folder " +
+                                               InQuotes(FromPath(folder)) + " does not exist");
+    }
 }
 
 std::wstring LibraryPath(const std::string& name) {

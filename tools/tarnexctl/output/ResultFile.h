@@ -25,6 +25,9 @@ void WriteResult(const Arguments& arguments, Session& session, const std::string
 // Puts any bytes into the file, with the same promise.
 void WriteResultFile(const std::string& name, std::string_view bytes);
 
+// A Failure when the folder that the file would be in does not exist.
+void RequireFolderOf(const std::string& name);
+
 // The path in the form that the library's own operations take. A Failure when it would mean another
 // file there: one whose name holds a backslash or is no text, where the system allows such names.
 std::wstring LibraryPath(const std::string& name);
