@@ -11,28 +11,28 @@ using namespace compositions;
 void AddText(SectionText& section, const wchar_t* keyword, const char* what,
              const std::wstring& text) {
     if (text.empty()) return section.AddGap(what, "it is empty, and a script needs one");
-    section.Add(R16, std::wstring(keyword) + L" = " + Quoted(text), {keyword, text}, what);
+    section.Add(R16, std::wstring(keyword) + L" = " + QuotedText(text), {keyword, text}, what);
 }
 
 void AddRegistryValue(SectionText& section, const UpperName& name, const RegistryValue& value) {
     const std::string where = Where("registry value", name.View());
     if (!IsUpper(name.View())) return section.AddGap(where, kNotUpper);
     std::vector<std::wstring> pieces{std::wstring(name.View()), L"REGS", value.first, value.second};
-    std::wstring statement =
-        L"%" + pieces[0] + L"% = REGS : {" + Quoted(value.first) + L", " + Quoted(value.second);
+    std::wstring statement = L"%" + pieces[0] + L"% = REGS : {" + QuotedText(value.first) + L", " +
+                             QuotedText(value.second);
     if (!value.third.empty()) {
         pieces.push_back(value.third);
-        statement += L", " + Quoted(value.third);
+        statement += L", " + QuotedText(value.third);
     }
     section.Add(R28, statement + L"}", pieces, where);
 }
 
 // How a path's part is written: as a text, or as a variable where no text reads so.
 std::wstring PathPart(const MediaItem& item) {
-    if (item.isRegistryValue || !ReadsAs(R8, Quoted(item.text), {item.text})) {
+    if (item.isRegistryValue || !ReadsAs(R8, QuotedText(item.text), {item.text})) {
         return L"%" + item.text + L"%";
     }
-    return Quoted(item.text);
+    return QuotedText(item.text);
 }
 
 // Why a source with these items is none that a script declares; empty when one may.
@@ -88,7 +88,7 @@ bool AddEffect(SectionText& section, const UpperName& name, const std::wstring& 
         return false;
     }
     const std::wstring word(name.View());
-    return section.Add(R37, word + L" = " + Quoted(effect), {word, effect}, where);
+    return section.Add(R37, word + L" = " + QuotedText(effect), {word, effect}, where);
 }
 
 }  // namespace

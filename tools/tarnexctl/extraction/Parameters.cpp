@@ -73,11 +73,11 @@ std::vector<PropertyForm> FormsOf(const Pieces& words, const PropertyRecord& rec
     const std::wstring& value = record.value;
     std::vector<PropertyForm> forms;
     if (!IsAccessWord(name)) {
-        forms.push_back({start + Quoted(name) + L" = " + value, pieces({name, value})});
+        forms.push_back({start + QuotedText(name) + L" = " + value, pieces({name, value})});
         // An empty text leaves a further piece, which nothing takes.
-        forms.push_back({start + Quoted(name) + L" = " + value, pieces({name, value, L""})});
+        forms.push_back({start + QuotedText(name) + L" = " + value, pieces({name, value, L""})});
         forms.push_back(
-            {start + name + L" " + Quoted(value) + L" = 0", pieces({name, value, L"0"})});
+            {start + name + L" " + QuotedText(value) + L" = 0", pieces({name, value, L"0"})});
         forms.push_back(
             {start + name + L" " + value + L" \"\" = 0", pieces({name, value, L"", L"0"})});
     }
@@ -153,13 +153,13 @@ void AddTimeline(SectionText& section, const UpperName& instance, const std::wst
     const std::string where = Where("timeline of", instance.View()) + Where(", property", property);
     if (!IsUpper(instance.View()) || !IsUpper(property)) return section.AddGap(where, kNotUpper);
     const std::wstring word(instance.View());
-    section.Add(R55, word + L"." + Quoted(property) + L" = " + written, {word, property, value},
+    section.Add(R55, word + L"." + QuotedText(property) + L" = " + written, {word, property, value},
                 where);
 }
 
 // The value as its kind is written.
 std::wstring Written(const TimelineEntry& entry) {
-    if (entry.kind == kString) return Quoted(entry.value);
+    if (entry.kind == kString) return QuotedText(entry.value);
     return entry.kind == kVariable ? L"%" + entry.value + L"%" : entry.value;
 }
 
@@ -199,8 +199,8 @@ std::string MappingText(const CompositionDescription& description, const Declare
             Pieces pieces = *words;
             pieces.insert(pieces.end(), {property, instance, mapping.targetProperty});
             section.Add(R46,
-                        Joined(*words) + Quoted(property) + L" = " + instance + L"." +
-                            Quoted(mapping.targetProperty),
+                        Joined(*words) + QuotedText(property) + L" = " + instance + L"." +
+                            QuotedText(mapping.targetProperty),
                         pieces, where);
         }
     }

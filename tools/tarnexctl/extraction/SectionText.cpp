@@ -53,7 +53,7 @@ bool ReadsAs(std::uint32_t rule, std::wstring_view text, const std::vector<std::
     return bytes && ReadsAs(rule, std::string_view(*bytes), pieces);
 }
 
-std::wstring Quoted(std::wstring_view text) {
+std::wstring QuotedText(std::wstring_view text) {
     return std::wstring(L"\"").append(text).append(L"\"");
 }
 

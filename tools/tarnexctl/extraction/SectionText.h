@@ -40,7 +40,7 @@ bool ReadsAs(std::uint32_t rule, std::string_view bytes, const std::vector<std::
 // The same for a text; one that has no bytes does not read at all.
 bool ReadsAs(std::uint32_t rule, std::wstring_view text, const std::vector<std::wstring>& pieces);
 
-std::wstring Quoted(std::wstring_view text);
+std::wstring QuotedText(std::wstring_view text);
 
 // "effect instance \"BLUR\""
 std::string Where(const char* what, std::wstring_view name);
