@@ -106,6 +106,7 @@ private:
 
     void Sort();
     Entries::iterator Find(const std::wstring& name);
+    Entries::iterator Search(const std::wstring& name);
     void CopyPairs(Entries& source);
     template <class Body>
     _eError Reported(const char* operation, const std::wstring& name, Body body);
@@ -124,6 +125,9 @@ private:
     Entries entries_;
     Entries::iterator lastHit_;  // the entry found last; the end when there is none
     std::uint32_t sortedCount_;  // entries at the front that stand in name order
+
+    // Behind what sets of other modules are known by, and never touched in a set that is a source.
+    std::vector<std::uint32_t> places_;  // where names were found
 };
 
 }  // namespace base_types

@@ -4,6 +4,7 @@
 #include <cstddef>
 
 #include "base_types/NameOrder.h"
+#include "base_types/NamePlaces.h"
 #include "base_types/PropertySetLock.h"
 
 namespace base_types {
@@ -30,7 +31,8 @@ struct PropertySet::Layout {
     static_assert(offsetof(PropertySet, lastHit_) == 48 + sizeof(Entries));
     static_assert(offsetof(PropertySet, sortedCount_) ==
                   48 + sizeof(Entries) + sizeof(Entries::iterator));
-    static_assert(sizeof(PropertySet) == 48 + sizeof(Entries) + sizeof(Entries::iterator) + 8);
+    static_assert(offsetof(PropertySet, places_) ==
+                  48 + sizeof(Entries) + sizeof(Entries::iterator) + 8);
     static_assert(sizeof(Entry) == sizeof(std::wstring) + sizeof(Property*));
 };
 #if defined(__GNUC__)
@@ -58,6 +60,7 @@ void PropertySet::Clear() {
     discarded.swap(entries_);
     lastHit_ = entries_.end();
     sortedCount_ = 0;
+    places_.clear();
 }
 
 void PropertySet::Sort() {
@@ -79,23 +82,35 @@ void PropertySet::Sort() {
 
 PropertySet::Entries::iterator PropertySet::Find(const std::wstring& name) {
     Sort();
+    if (lastHit_ != entries_.end() && SameName(lastHit_->first, name)) {
+        return lastHit_;
+    }
+    NamePlaces places(places_, entries_.size());
+    const std::uint64_t hash = HashName(name);
+    const std::size_t index =
+        places.Find(hash, [&](std::size_t i) { return SameName(entries_[i].first, name); });
+    if (index != NamePlaces::kNone) {
+        lastHit_ = entries_.begin() + static_cast<std::ptrdiff_t>(index);
+        return lastHit_;
+    }
+    const auto hit = Search(name);
+    if (hit != entries_.end()) {
+        lastHit_ = hit;
+        places.Remember(hash, static_cast<std::size_t>(hit - entries_.begin()));
+    }
+    return hit;
+}
+
+PropertySet::Entries::iterator PropertySet::Search(const std::wstring& name) {
     auto first = entries_.begin();
     auto last = entries_.end();
     if (lastHit_ != last) {
-        const int order = CompareNames(lastHit_->first, name);
-        if (order == 0) {
-            return lastHit_;
-        }
-        (order < 0 ? first : last) = lastHit_;
+        (CompareNames(lastHit_->first, name) < 0 ? first : last) = lastHit_;
     }
     const auto hit = std::lower_bound(first, last, name, [](const Entry& entry, const auto& key) {
         return CompareNames(entry.first, key) < 0;
     });
-    if (hit == entries_.end() || hit->first != name) {
-        return entries_.end();
-    }
-    lastHit_ = hit;
-    return hit;
+    return hit == entries_.end() || hit->first != name ? entries_.end() : hit;
 }
 
 _eError PropertySet::GetProperties(std::vector<std::wstring>& names) {

@@ -49,6 +49,17 @@ TEST_F(PropertySetCopy, CopiesAllFiveForms) {
     EXPECT_EQ(text, L"text");
 }
 
+TEST_F(PropertySetCopy, SourceThatTheCopyPutsIntoOrderStillFindsItsNames) {
+    for (const wchar_t* name : {L"m", L"n"}) Add(*source, name, static_cast<int>(name[0]));
+    for (const wchar_t* name : {L"m", L"n", L"m"}) IntOf(*source, name);
+    for (const wchar_t* name : {L"a", L"n", L"m"}) Add(*source, name, 0);
+    ASSERT_EQ(target.CopyPropertiesFrom(source), eSuccess);
+    for (const wchar_t* name : {L"n", L"m", L"n"}) {
+        EXPECT_EQ(IntOf(*source, name), static_cast<int>(name[0]));
+    }
+    EXPECT_EQ(IntOf(*source, L"a"), 0);
+}
+
 TEST_F(PropertySetCopy, OrderOfAdditionDoesNotMatter) {
     for (const wchar_t* name : {L"c", L"a", L"b"}) Add(*source, name, static_cast<int>(name[0]));
     for (const wchar_t* name : {L"b", L"c", L"a"}) Add(target, name, 0);

@@ -107,7 +107,11 @@ TEST(PropertySet, AgreesWithAMapOfFirstAdditions) {
         PropertySet set;
         std::map<std::wstring, std::int32_t> model;
         for (int step = 0; step < 300; ++step) {
-            std::wstring name;
+            std::wstring name = round % 2 == 0 ? L"" : L"a beginning that all share ";
+            if (random() % 60 == 0) {
+                set.Clear();
+                model.clear();
+            }
             for (unsigned length = random() % 4; length > 0; --length) {
                 name += static_cast<wchar_t>(L'a' + random() % 3);
             }
