@@ -34,8 +34,9 @@ int RunProgram(const std::filesystem::path& program, const std::vector<std::stri
 
 void UnloadModule(void* module);
 
-// Keeps a desktop for as long as this process lives. A system that starts one for the first process
-// that initialises components may lock that process up if it ends meanwhile.
+// Keeps a desktop for as long as this process lives. Wine starts one for a session's first window,
+// which initialising components makes. A process that ends meanwhile leaves it suspended for good,
+// together with every handle it inherited, so that whoever reads a test's output waits for ever.
 void KeepDesktop();
 
 // "trace_library" to the system's file name.

@@ -72,6 +72,9 @@ LONG CALLBACK EchoText(EXCEPTION_POINTERS* exception) {
 }  // namespace
 
 ChildProcess::ChildProcess(const std::filesystem::path& program, const ChildOptions& options) {
+    // Has a desktop stand while this program lives. Wine starts one for a session's first window,
+    // and a child that ends meanwhile leaves it suspended for good with the child's open files.
+    GetDesktopWindow();
     SECURITY_ATTRIBUTES inherited{sizeof inherited, nullptr, TRUE};
     HANDLE childIn = nullptr;
     HANDLE childOut = nullptr;
