@@ -48,6 +48,45 @@ TEST(CodePage, Utf16KeepsHalvesAndJoinsPairs) {
     EXPECT_EQ(static_cast<unsigned>(platform::FromUtf16(half).at(0)), 0xD83Du);
 }
 
+std::string Ansi(const std::u16string& text, std::size_t capacity = 100) {
+    char buffer[100];
+    return {buffer, platform::Utf16ToAnsi(text.data(), text.size(), buffer, capacity)};
+}
+
+std::u16string Utf16(const std::wstring& text, std::size_t capacity = 100) {
+    char16_t buffer[100];
+    return {buffer, platform::ToUtf16(text, buffer, capacity)};
+}
+
+TEST(CodePage, OddCharactersAreConvertedWhereverTheyStand) {
+    for (const std::u16string piece : {u"\u00e9", u"\uffff", u"\U0001F600"}) {
+        for (std::size_t before = 0; before <= 20; ++before) {
+            const std::u16string head(before, u'a');
+            const std::u16string tail(20 - before, u'b');
+            const std::u16string text = head + piece + tail;
+            EXPECT_EQ(Utf16(platform::FromUtf16(text)), text);
+            const std::string narrow = Ansi(head) + Ansi(piece) + Ansi(tail);
+            EXPECT_EQ(Ansi(text), narrow);
+            for (std::size_t capacity = 0; capacity <= narrow.size(); ++capacity) {
+                EXPECT_EQ(Utf16(platform::FromUtf16(text), capacity), text.substr(0, capacity));
+                EXPECT_TRUE(narrow.starts_with(Ansi(text, capacity)));
+            }
+        }
+    }
+}
+
+TEST(CodePage, WideCharactersThatAreNoneAreReplaced) {
+    if constexpr (sizeof(wchar_t) > 2) {
+        for (std::size_t before = 0; before <= 20; ++before) {
+            std::wstring text(20, L'a');
+            text.insert(before, 1, static_cast<wchar_t>(-1));
+            std::u16string expected(20, u'a');
+            expected.insert(before, 1, u'\uFFFD');
+            EXPECT_EQ(Utf16(text), expected);
+        }
+    }
+}
+
 TEST(CodePage, Utf16IsCutAtTheCapacity) {
     char16_t units[3];
     EXPECT_EQ(platform::ToUtf16(L"abcdef", units, 3), 3u);

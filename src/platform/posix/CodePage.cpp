@@ -5,6 +5,22 @@
 #include "platform/posix/Utf.h"
 
 namespace platform {
+namespace {
+
+// Texts are converted in blocks as long as each character of a block fits into one unit of the
+// target, which is how nearly all texts are; compilers make a few instructions of a block.
+constexpr std::size_t kBlock = 8;
+
+template <class To, class From>
+bool ConvertBlock(const From* from, To* to, char32_t largest) {
+    bool fits = true;
+    for (std::size_t i = 0; i != kBlock; ++i) fits &= static_cast<char32_t>(from[i]) <= largest;
+    if (!fits) return false;
+    for (std::size_t i = 0; i != kBlock; ++i) to[i] = static_cast<To>(from[i]);
+    return true;
+}
+
+}  // namespace
 
 // Every narrow code page of this system is UTF-8.
 
@@ -41,9 +57,14 @@ std::wstring FromUtf16(std::u16string_view text) {
 
 std::size_t ToUtf16(std::wstring_view text, char16_t* buffer, std::size_t capacity) {
     std::size_t count = 0;
-    for (const wchar_t wide : text) {
-        if (count == capacity) break;
-        auto character = static_cast<char32_t>(wide);
+    for (std::size_t position = 0; position < text.size() && count < capacity;) {
+        if (text.size() - position >= kBlock && capacity - count >= kBlock &&
+            ConvertBlock(text.data() + position, buffer + count, 0xFFFF)) {
+            position += kBlock;
+            count += kBlock;
+            continue;
+        }
+        auto character = static_cast<char32_t>(text[position++]);
         if (character > 0x10FFFF) character = kReplacement;
         if (character > 0xFFFF) {
             buffer[count++] = static_cast<char16_t>(0xD800 + ((character - 0x10000) >> 10));
@@ -59,6 +80,12 @@ std::size_t Utf16ToAnsi(const char16_t* text, std::size_t units, char* buffer,
                         std::size_t capacity) {
     std::size_t written = 0;
     for (std::size_t position = 0; position < units;) {
+        if (units - position >= kBlock && capacity - written >= kBlock &&
+            ConvertBlock(text + position, buffer + written, 0x7F)) {
+            position += kBlock;
+            written += kBlock;
+            continue;
+        }
         char bytes[4];
         const std::size_t length = EncodeUtf8(NextCharacter(text, units, position), bytes);
         if (length > capacity - written) break;
