@@ -7,7 +7,7 @@
 namespace platform {
 
 // Loads the library at `path`, its dependencies first searched for in its own folder. Null on
-// failure.
+// failure, about which the system asks nobody anything.
 void* LoadModule(const std::wstring& path);
 
 // The exported function or variable of that name; null when there is none.

@@ -6,7 +6,32 @@
 
 namespace platform {
 
+namespace {
+
+// What is no library, or lacks one that it needs, is a failure and no message box. The calling
+// thread alone is concerned.
+class ScopedQuiet {
+public:
+    ScopedQuiet() {
+        SetThreadErrorMode(GetThreadErrorMode() | SEM_FAILCRITICALERRORS | SEM_NOOPENFILEERRORBOX,
+                           &before_);
+    }
+    ~ScopedQuiet() {
+        const DWORD error = GetLastError();  // the loader's, for whoever asks why
+        SetThreadErrorMode(before_, nullptr);
+        SetLastError(error);
+    }
+    ScopedQuiet(const ScopedQuiet&) = delete;
+    ScopedQuiet& operator=(const ScopedQuiet&) = delete;
+
+private:
+    DWORD before_ = 0;
+};
+
+}  // namespace
+
 void* LoadModule(const std::wstring& path) {
+    const ScopedQuiet quiet;
     return LoadLibraryExW(NativePath(path).c_str(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH);
 }
 
