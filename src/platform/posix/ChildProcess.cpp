@@ -14,8 +14,6 @@
 #include <chrono>
 #include <cstring>
 
-extern char** environ;
-
 namespace platform {
 namespace {
 
@@ -54,12 +52,15 @@ std::vector<std::string> Environment(const ChildRequest& request) {
                         [&](const auto& added) { return StartsWith(*entry, added.first + "="); });
         if (!replaced) all.emplace_back(*entry);
     }
-    for (const auto& [name, value] : request.environment) all.push_back(name + "=" + value);
+    for (const auto& [name, value] : request.environment) {
+        all.emplace_back(name).append("=").append(value);
+    }
     return all;
 }
 
 std::vector<char*> Pointers(std::vector<std::string>& texts) {
     std::vector<char*> pointers;
+    pointers.reserve(texts.size() + 1);
     for (std::string& text : texts) pointers.push_back(text.data());
     pointers.push_back(nullptr);
     return pointers;
