@@ -32,8 +32,8 @@ protected:
     // Makes a member of the effect a property: std::int32_t, float, bool, std::int64_t or
     // std::wstring. Sets it to the default value if one is given. Throws std::bad_alloc.
     template <class T>
-    void Bind(std::wstring name, T& member, base_types::PropertyOptions<T> options = {}) {
-        AddProperty(std::move(name),
+    void Bind(const std::wstring& name, T& member, base_types::PropertyOptions<T> options = {}) {
+        AddProperty(name,
                     std::make_unique<base_types::TypedProperty<T>>(&member, std::move(options)));
     }
 
