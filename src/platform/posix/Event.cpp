@@ -15,7 +15,8 @@ int Descriptor(EventHandle event) {
 }  // namespace
 
 EventHandle CreateManualEvent() {
-    return static_cast<EventHandle>(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK) + 1);
+    const int descriptor = eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK);
+    return static_cast<EventHandle>(descriptor) + 1;  // none, -1, becomes 0
 }
 
 void SignalEvent(EventHandle event) {
