@@ -1,6 +1,7 @@
 #include "compositions/UpperName.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <utility>
 
 #include "platform/CharacterCase.h"
@@ -21,6 +22,16 @@ bool CopyUpperAscii(std::wstring_view from, wchar_t* to) {
         to[i] = UpperAscii(from[i]);
     }
     return (seen & ~0x7F) == 0;
+}
+
+// A number that is ordered as the character's 16-bit code units are.
+std::uint32_t OrderOf(wchar_t character) {
+    constexpr std::uint32_t kFirstOfTwoUnits = 0x10000;
+    constexpr std::uint32_t kFirstSurrogate = 0xD800;
+    const auto code = static_cast<std::uint32_t>(character);
+    if (code < kFirstOfTwoUnits) return code << 10;
+    // Where characters are wider than that: the first unit, then what the second one adds.
+    return (kFirstSurrogate << 10) + (code - kFirstOfTwoUnits);
 }
 
 std::wstring_view UpToZero(std::wstring_view text) {
@@ -58,6 +69,15 @@ UpperName UpperName::Verbatim(std::wstring_view characters) {
     UpperName name;
     if (!characters.empty()) std::ranges::copy(characters, name.MakeBuffer(characters.size()));
     return name;
+}
+
+std::strong_ordering UpperName::operator<=>(const UpperName& other) const {
+    const std::wstring_view mine = View();
+    const std::wstring_view its = other.View();
+    const auto [here, there] = std::ranges::mismatch(mine, its);
+    if (here == mine.end() || there == its.end()) return mine.size() <=> its.size();
+    const std::strong_ordering order = OrderOf(*here) <=> OrderOf(*there);
+    return order != 0 ? order : *here <=> *there;  // half a pair and a whole one begin alike
 }
 
 std::wstring UpperText(std::wstring_view text) {

@@ -48,9 +48,7 @@ public:
     bool operator==(const UpperName& other) const { return View() == other.View(); }
     // A name without a buffer equals no keyword, not even an empty one.
     bool operator==(std::wstring_view keyword) const { return capacity_ != 0 && View() == keyword; }
-    std::strong_ordering operator<=>(const UpperName& other) const {
-        return View().compare(other.View()) <=> 0;
-    }
+    std::strong_ordering operator<=>(const UpperName& other) const;
 
 private:
     static constexpr std::size_t kShort = 48 / sizeof(wchar_t);  // characters, with the terminator

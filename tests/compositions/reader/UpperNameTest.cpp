@@ -2,9 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <compare>
 #include <map>
 #include <string>
 #include <utility>
+#include <vector>
 
 using compositions::IsKeyword;
 using compositions::UpperName;
@@ -59,6 +61,18 @@ TEST(UpperName, OrdersByUnsignedCodeUnitAndThenByLength) {
                                          {UpperName(), 0}};
     int expected = 0;
     for (const auto& entry : names) EXPECT_EQ(entry.second, expected++);
+}
+
+TEST(UpperName, CharactersOfTwoUnitsGoBeforeTheLastOfOne) {
+    const std::vector<std::wstring> ordered{L"\xD7FF",     L"\U00010000", L"\U00010000\xFFFF",
+                                            L"\U00010001", L"\U0001F3AC", L"\U0010FFFF",
+                                            L"\xE000",     L"\xFF80",     L"\xFFFF"};
+    for (std::size_t i = 0; i < ordered.size(); ++i) {
+        for (std::size_t j = 0; j < ordered.size(); ++j) {
+            EXPECT_EQ(UpperName::Verbatim(ordered[i]) <=> UpperName::Verbatim(ordered[j]), i <=> j)
+                << i << ' ' << j;
+        }
+    }
 }
 
 TEST(UpperName, CopiesAndMovesItsBuffer) {
