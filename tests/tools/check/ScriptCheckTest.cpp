@@ -29,8 +29,9 @@ std::string Repeated(const std::string& piece, std::size_t count) {
 }
 
 std::vector<std::string> Codes(const std::string& script) {
+    const ScriptVerdict verdict = ScriptChecker().Check(script);
     std::vector<std::string> codes;
-    for (const Diagnostic& diagnostic : ScriptChecker().Check(script).diagnostics.List()) {
+    for (const Diagnostic& diagnostic : verdict.diagnostics.List()) {
         codes.push_back(diagnostic.kind->code);
     }
     return codes;
