@@ -1,11 +1,15 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <filesystem>
+#include <string>
+#include <system_error>
 #include <thread>
 
 #include "Tool.h"
 #include "frame/Text.h"
 #include "platform/LibrarySearch.h"
+#include "platform/Thread.h"
 
 namespace {
 
@@ -21,7 +25,7 @@ std::string OwnLibrary(const ScratchFolder& folder) {
     return tarnexctl::FromPath(copy);
 }
 
-// Asks until the answer is the wanted one; the holders say when they are there by being seen.
+// Asks until the answer is the wanted one: what a process held may be free only a moment later.
 std::string WaitForState(const std::string& library, const std::string& wanted, Json& document) {
     std::string state;
     for (int attempt = 0; attempt < 60 && state != wanted; ++attempt) {
@@ -51,21 +55,46 @@ TEST(Doctor, LibraryThatIsNotThereIsNotFoundAndOneThatIsNoneIsAFinding) {
     EXPECT_THAT(CodesOf(document["findings"]), Contains("D106"));
 }
 
+// A process that has the library loaded from its construction to Release or its own end.
+class Holder {
+public:
+    Holder(const std::string& library, const std::filesystem::path& file) : file_(file) {
+        run_ = std::thread([library, file] {
+            (void)RunTool({"ownership-child", "--hold", tarnexctl::FromPath(file), library});
+        });
+        for (int i = 0; i < 6000 && !std::filesystem::exists(file_); ++i) platform::SleepMs(10);
+        EXPECT_TRUE(std::filesystem::exists(file_)) << "it never came up";
+    }
+    ~Holder() { Release(); }
+    Holder(const Holder&) = delete;
+    Holder& operator=(const Holder&) = delete;
+
+    void Release() {
+        std::error_code ignored;
+        std::filesystem::remove(file_, ignored);
+        if (run_.joinable()) run_.join();
+    }
+
+private:
+    const std::filesystem::path file_;
+    std::thread run_;
+};
+
 TEST(Doctor, OwnershipIsTakenThenStuckThenFree) {
     const ScratchFolder folder;
     const std::string library = OwnLibrary(folder);
     Json document;
-    std::thread owner([&] { (void)RunTool({"ownership-child", "--hold", "6000", library}); });
+    Holder owner(library, folder.Path() / "owner");
     EXPECT_EQ(WaitForState(library, "taken", document), "taken");
     EXPECT_THAT(CodesOf(document["findings"]), Contains("D104"));
-    std::thread refused([&] { (void)RunTool({"ownership-child", "--hold", "15000", library}); });
-    owner.join();
+    Holder refused(library, folder.Path() / "refused");
+    owner.Release();
     const std::string stuck = "taken by a process that was itself refused";
     EXPECT_EQ(WaitForState(library, stuck, document), stuck);
     EXPECT_THAT(CodesOf(document["findings"]), Contains("D105"));
     ASSERT_EQ(document["ownership"]["holders"].size(), 1u);
     EXPECT_EQ(document["ownership"]["holders"][0]["owner"], false);
-    refused.join();
+    refused.Release();
     EXPECT_EQ(WaitForState(library, "free", document), "free");
 }
 

@@ -1,6 +1,10 @@
 // Hidden: loads the library in this process and says whether it got the ownership, for "doctor".
 
 #include <chrono>
+#include <filesystem>
+#include <fstream>
+#include <string>
+#include <system_error>
 #include <thread>
 
 #include "commands/Commands.h"
@@ -31,11 +35,22 @@ void Ask(const std::string& library, ChildReport& report) {
     report.Value("owned", manager != nullptr);
 }
 
+// Says with the file that the library is loaded, and keeps it so until somebody removes the file.
+void Hold(const std::filesystem::path& file) {
+    using namespace std::chrono_literals;
+    constexpr auto kLongest = 120s;
+    std::ofstream(file).put('\n');
+    std::error_code ignored;
+    const auto end = std::chrono::steady_clock::now() + kLongest;
+    while (std::filesystem::exists(file, ignored) && std::chrono::steady_clock::now() < end) {
+        std::this_thread::sleep_for(10ms);
+    }
+}
+
 ExitCode RunOwnershipChild(const Arguments& arguments, Session&) {
     ChildReport report;
     Ask(arguments.ValueOr("LIBRARY", ""), report);
-    const auto hold = arguments.Number("--hold", 0, 60000).value_or(0);
-    std::this_thread::sleep_for(std::chrono::milliseconds(hold));
+    if (const std::string file = arguments.ValueOr("--hold", ""); !file.empty()) Hold(ToPath(file));
     report.Done();
     platform::EndProcess(0);
 }
@@ -47,7 +62,9 @@ CommandSpec OwnershipChildCommand() {
     command.name = "ownership-child";
     command.summary = "asks the library for its manager in this process";
     command.arguments = {{"LIBRARY", "An absolute path.", ValueKind::kFile}};
-    command.options = {{"--hold", "", "MS", "Keep it loaded that long.", ValueKind::kNumber}};
+    command.options = {{"--hold", "", "FILE",
+                        "Make the file, and keep it loaded while the file is there.",
+                        ValueKind::kFile}};
     command.run = RunOwnershipChild;
     command.hidden = true;
     return command;
