@@ -7,8 +7,10 @@
 
 namespace compositions {
 
-// The terminating zero belongs to it.
-inline constexpr std::string_view kArchiveSignature("ScriptArchive", 14);
+// The zero at its end belongs to it.
+inline constexpr char kArchiveSignatureBytes[] = "ScriptArchive";
+inline constexpr std::string_view kArchiveSignature(kArchiveSignatureBytes,
+                                                    sizeof(kArchiveSignatureBytes));
 inline constexpr std::size_t kArchiveVersionBytes = 4;
 inline constexpr std::size_t kArchiveHeaderBytes = kArchiveSignature.size() + kArchiveVersionBytes;
 

@@ -102,7 +102,7 @@ UpperName MakeMix(Names& mixes) {
     char* const end = std::to_chars(digits.data(), digits.data() + digits.size(), mixes.size()).ptr;
     std::wstring text = L"mix";
     text.append(digits.data(), end);
-    const UpperName name(text);
+    UpperName name(text);
     mixes.push_back(name);
     return name;
 }

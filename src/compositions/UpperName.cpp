@@ -77,7 +77,8 @@ std::strong_ordering UpperName::operator<=>(const UpperName& other) const {
     const auto [here, there] = std::ranges::mismatch(mine, its);
     if (here == mine.end() || there == its.end()) return mine.size() <=> its.size();
     const std::strong_ordering order = OrderOf(*here) <=> OrderOf(*there);
-    return order != 0 ? order : *here <=> *there;  // half a pair and a whole one begin alike
+    return std::is_neq(order) ? order
+                              : *here <=> *there;  // half a pair and a whole one begin alike
 }
 
 std::wstring UpperText(std::wstring_view text) {

@@ -78,15 +78,15 @@ private:
     }
 
     fs::path Find(const std::string& name, const Pending& from, bool& inSystemFolder) const {
-        const fs::path own = ownFolder_ / ToPath(name);
+        fs::path own = ownFolder_ / ToPath(name);
         // Only Windows looks beside the library unasked.
         if (from.image.format == ImageFormat::kPe && IsFile(own)) return own;
         for (const std::string& folder : from.image.searchFolders) {
-            const fs::path path = ExpandedFolder(folder, from.path.parent_path()) / ToPath(name);
+            fs::path path = ExpandedFolder(folder, from.path.parent_path()) / ToPath(name);
             if (IsFile(path)) return path;
         }
         for (const std::string& folder : systemFolders_) {
-            const fs::path path = ToPath(folder) / ToPath(name);
+            fs::path path = ToPath(folder) / ToPath(name);
             if (!IsFile(path)) continue;
             inSystemFolder = true;
             return path;

@@ -98,7 +98,7 @@ Json EnvelopeDocument(const compositions::Envelope& envelope) {
 }
 
 // A map's entry: its key, then what `rest` holds.
-Json Named(const UpperName& name, Json rest) {
+Json Named(const UpperName& name, const Json& rest) {
     Json entry = {{"name", Text(name)}};
     entry.update(rest);
     return entry;
