@@ -95,7 +95,10 @@ void FillTitle(const Subject& subject, ScriptVerdict& verdict) {
 
 }  // namespace
 
-ScriptVerdict ScriptChecker::Check(std::string_view bytes) {
+ScriptVerdict ScriptChecker::Check(std::string_view bytes, const std::function<void()>& onStage) {
+    const auto report = [&] {
+        if (onStage) onStage();
+    };
     ScriptVerdict verdict;
     Diagnostics& diagnostics = verdict.diagnostics;
     recording_.Start(false);
@@ -106,14 +109,17 @@ ScriptVerdict ScriptChecker::Check(std::string_view bytes) {
     FillTitle(*subject, verdict);
     if (CheckFileFaults(bytes, diagnostics)) return verdict;
 
+    report();
     std::vector<CommentTrouble> troubles = FindCommentTrouble(bytes);
     if (!IsReadAsAWhole(*subject)) {
         subject.reset();
         recording_.Start(true);
         script.emplace(bytes, &recording_);
         subject.emplace(bytes, *script, recording_);
+        report();
         CheckReading(*subject, troubles, diagnostics);
     }
+    report();
     for (const CommentTrouble& trouble : troubles) AddTrouble(trouble, {}, diagnostics);
     CheckStatements(*subject, diagnostics);
     CheckCommentedHeaders(*subject, diagnostics);

@@ -4,6 +4,7 @@
 // more than reading them.
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -24,7 +25,8 @@ struct ScriptVerdict {
 // For one thread; used again for the next script, it saves allocations.
 class ScriptChecker {
 public:
-    ScriptVerdict Check(std::string_view bytes);
+    // `onStage` is called a few times while a script is checked.
+    ScriptVerdict Check(std::string_view bytes, const std::function<void()>& onStage = {});
 
 private:
     Recording recording_;

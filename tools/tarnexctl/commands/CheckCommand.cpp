@@ -41,7 +41,10 @@ public:
           strict_(arguments.Has("--strict")),
           short_(arguments.ValueOr("--format", "full") == "short") {}
 
-    void Check(const std::string& file) {
+    // The file's number is for whoever waits.
+    void Check(const std::string& file, std::size_t number, std::size_t count) {
+        const auto report = [&] { session_.Progress("Checking file", number, count); };
+        report();
         std::string bytes;
         try {
             bytes = ReadScriptBytes(file);
@@ -49,7 +52,7 @@ public:
             AddFailure(file, failure);
             return;
         }
-        ScriptVerdict verdict = checker_.Check(bytes);
+        ScriptVerdict verdict = checker_.Check(bytes, report);
         CompareTitle(file, verdict);
         if (session_.JsonWanted()) {
             documents_.push_back(VerdictDocument(file, bytes, verdict, strict_));
@@ -110,8 +113,7 @@ ExitCode RunCheck(const Arguments& arguments, Session& session) {
     const std::vector<std::string> files = arguments.Values("FILE");
     Checking checking(arguments, session);
     for (std::size_t i = 0; i < files.size(); ++i) {
-        session.Progress("Checking file", i + 1, files.size());
-        checking.Check(files[i]);
+        checking.Check(files[i], i + 1, files.size());
     }
     return checking.Finish();
 }
