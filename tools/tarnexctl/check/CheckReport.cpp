@@ -8,18 +8,6 @@
 namespace tarnexctl {
 namespace {
 
-Style StyleOf(Severity severity) {
-    switch (severity) {
-        case Severity::kError:
-            return Style::kError;
-        case Severity::kWarning:
-            return Style::kWarning;
-        case Severity::kNote:
-            return Style::kNote;
-    }
-    return Style::kPlain;
-}
-
 std::string Where(const std::string& file, const Place& place) {
     return Printable(ValidUtf8(file)) + ":" + std::to_string(place.line) + ":" +
            std::to_string(place.column) + ": ";

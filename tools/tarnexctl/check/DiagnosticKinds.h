@@ -25,6 +25,18 @@ struct DiagnosticKind {
     bool whole = false;  // nothing is left out
 };
 
+// The least script that reads; what many examples look like once they are mended.
+inline constexpr std::string_view kLeastScript =
+    "[SETUP]\n"
+    "NAME = \"Soft Focus\"\n"
+    "CATEGORY = \"Light\"\n"
+    "[SOURCES]\n"
+    "Video = INPUT\n"
+    "[EFFECTS]\n"
+    "Soften = \"Blur\\Video\"\n"
+    "[STRUCTURE]\n"
+    "OUTPUT = Soften(Video)\n";
+
 // In the order of the codes.
 const std::vector<DiagnosticKind>& DiagnosticKinds();
 

@@ -12,63 +12,23 @@ constexpr DiagnosticKind kKinds[] = {
     {"C101", kError, "the script is empty",
      "A file without a byte counts as one that is not there.",
      "",
-     "[SETUP]\n"
-     "NAME = \"Soft Focus\"\n"
-     "CATEGORY = \"Light\"\n"
-     "[SOURCES]\n"
-     "Video = INPUT\n"
-     "[EFFECTS]\n"
-     "Soften = \"Blur\\Video\"\n"
-     "[STRUCTURE]\n"
-     "OUTPUT = Soften(Video)\n", true},
+     kLeastScript, true},
     {"C102", kError, "the script is saved as UTF-16",
      "The library reads bytes. In UTF-16 every second byte of plain letters is a zero, so no "
      "header is found. Save the script as UTF-8 or in the system's code page.",
      "\xFF\xFE[\0S\0E\0T\0U\0P\0]\0\n\0"sv,
-     "[SETUP]\n"
-     "NAME = \"Soft Focus\"\n"
-     "CATEGORY = \"Light\"\n"
-     "[SOURCES]\n"
-     "Video = INPUT\n"
-     "[EFFECTS]\n"
-     "Soften = \"Blur\\Video\"\n"
-     "[STRUCTURE]\n"
-     "OUTPUT = Soften(Video)\n", true},
+     kLeastScript, true},
     {"C103", kError, "a zero byte in the script",
      "No editor writes one: the file is no text, or it is damaged. Names end at a zero byte.",
      "[SETUP]\n"
      "NAME = \"Soft\0Focus\"\n"sv,
-     "[SETUP]\n"
-     "NAME = \"Soft Focus\"\n"
-     "CATEGORY = \"Light\"\n"
-     "[SOURCES]\n"
-     "Video = INPUT\n"
-     "[EFFECTS]\n"
-     "Soften = \"Blur\\Video\"\n"
-     "[STRUCTURE]\n"
-     "OUTPUT = Soften(Video)\n", true},
+     kLeastScript, true},
     {"C104", kError, "two scripts with one name and category",
      "A composition is listed as its name, a backslash and its category, case included. "
      "Registering a second one of that name puts it in the place of the first, and from then "
      "on the last index of the list leads nowhere: every later registration suffers.",
-     "[SETUP]\n"
-     "NAME = \"Soft Focus\"\n"
-     "CATEGORY = \"Light\"\n"
-     "[SOURCES]\n"
-     "Video = INPUT\n"
-     "[EFFECTS]\n"
-     "Soften = \"Blur\\Video\"\n"
-     "[STRUCTURE]\n"
-     "OUTPUT = Soften(Video)\n",
-     "[SETUP]\n"
-     "NAME = \"Soft Focus\"\n"
-     "CATEGORY = \"Light\"\n"
-     "[SOURCES]\n"
-     "Video = INPUT\n"
-     "[EFFECTS]\n"
-     "Soften = \"Blur\\Video\"\n"
-     "[STRUCTURE]\n"
-     "OUTPUT = Soften(Video)\n", true},
+     kLeastScript,
+     kLeastScript, true},
 };
 // clang-format on
 

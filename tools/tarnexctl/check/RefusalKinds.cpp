@@ -17,15 +17,7 @@ constexpr DiagnosticKind kKinds[] = {
      "Soften = \"Blur\\Video\"\n"
      "[STRUCTURE]\n"
      "OUTPUT = Soften(Video)\n",
-     "[SETUP]\n"
-     "NAME = \"Soft Focus\"\n"
-     "CATEGORY = \"Light\"\n"
-     "[SOURCES]\n"
-     "Video = INPUT\n"
-     "[EFFECTS]\n"
-     "Soften = \"Blur\\Video\"\n"
-     "[STRUCTURE]\n"
-     "OUTPUT = Soften(Video)\n", true},
+     kLeastScript, true},
     {"C202", kError, "no SOURCES section",
      "SOURCES must be there, be it without a statement (read status 4).",
      "[SETUP]\n"
@@ -35,15 +27,7 @@ constexpr DiagnosticKind kKinds[] = {
      "Soften = \"Blur\\Video\"\n"
      "[STRUCTURE]\n"
      "OUTPUT = Soften(Video)\n",
-     "[SETUP]\n"
-     "NAME = \"Soft Focus\"\n"
-     "CATEGORY = \"Light\"\n"
-     "[SOURCES]\n"
-     "Video = INPUT\n"
-     "[EFFECTS]\n"
-     "Soften = \"Blur\\Video\"\n"
-     "[STRUCTURE]\n"
-     "OUTPUT = Soften(Video)\n", true},
+     kLeastScript, true},
     {"C203", kError, "no EFFECTS section",
      "EFFECTS must be there, be it without a statement (read status 5).",
      "[SETUP]\n"
@@ -53,15 +37,7 @@ constexpr DiagnosticKind kKinds[] = {
      "Video = INPUT\n"
      "[STRUCTURE]\n"
      "OUTPUT = Soften(Video)\n",
-     "[SETUP]\n"
-     "NAME = \"Soft Focus\"\n"
-     "CATEGORY = \"Light\"\n"
-     "[SOURCES]\n"
-     "Video = INPUT\n"
-     "[EFFECTS]\n"
-     "Soften = \"Blur\\Video\"\n"
-     "[STRUCTURE]\n"
-     "OUTPUT = Soften(Video)\n", true},
+     kLeastScript, true},
     {"C204", kError, "no STRUCTURE section",
      "STRUCTURE must be there (read status 6).",
      "[SETUP]\n"
@@ -71,15 +47,7 @@ constexpr DiagnosticKind kKinds[] = {
      "Video = INPUT\n"
      "[EFFECTS]\n"
      "Soften = \"Blur\\Video\"\n",
-     "[SETUP]\n"
-     "NAME = \"Soft Focus\"\n"
-     "CATEGORY = \"Light\"\n"
-     "[SOURCES]\n"
-     "Video = INPUT\n"
-     "[EFFECTS]\n"
-     "Soften = \"Blur\\Video\"\n"
-     "[STRUCTURE]\n"
-     "OUTPUT = Soften(Video)\n", true},
+     kLeastScript, true},
     {"C205", kError, "SETUP gives no name",
      "SETUP ended before it came to a NAME that is not empty (read status 3).",
      "[SETUP]\n"

@@ -66,18 +66,6 @@ Probed Probe(const PluginFile& file, const Arguments& arguments, std::uint32_t t
     return probed;
 }
 
-Style StyleOf(Severity severity) {
-    switch (severity) {
-        case Severity::kError:
-            return Style::kError;
-        case Severity::kWarning:
-            return Style::kWarning;
-        case Severity::kNote:
-            return Style::kNote;
-    }
-    return Style::kPlain;
-}
-
 void PrintFinding(Writer& out, const Finding& finding) {
     const FindingKind* const kind = FindFindingKind(finding.code);
     const Severity severity = SeverityOf(finding);

@@ -1,5 +1,7 @@
 #include "probe/Findings.h"
 
+#include "frame/Writer.h"
+
 namespace tarnexctl {
 
 const char* SeverityName(Severity severity) {
@@ -12,6 +14,18 @@ const char* SeverityName(Severity severity) {
             return "note";
     }
     return "error";
+}
+
+Style StyleOf(Severity severity) {
+    switch (severity) {
+        case Severity::kError:
+            return Style::kError;
+        case Severity::kWarning:
+            return Style::kWarning;
+        case Severity::kNote:
+            return Style::kNote;
+    }
+    return Style::kPlain;
 }
 
 const std::vector<FindingKind>& FindingKinds() {

@@ -10,9 +10,12 @@
 
 namespace tarnexctl {
 
+enum class Style;  // of frame/Writer.h
+
 enum class Severity { kError, kWarning, kNote };
 
 const char* SeverityName(Severity severity);
+Style StyleOf(Severity severity);
 
 struct FindingKind {
     const char* code;  // "P106"
