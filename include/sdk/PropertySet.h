@@ -95,7 +95,8 @@ public:
     // far as both sets reach; a pair of different types is passed over. Names are not compared:
     // both sets are expected to hold the same. `source` is put into name order but not locked: the
     // caller keeps it from being used meanwhile. eNotImplemented for a null `source`. Reports
-    // nothing. A property that throws ends the copy with its code; pairs before it stay copied.
+    // nothing. A property that throws ends the copy with its code, and what was assigned before it
+    // gets its old value again.
     _eError CopyPropertiesFrom(const std::shared_ptr<PropertySet>& source);
 
 private:

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstring>
 
 #include "base_types/NameOrder.h"
 #include "base_types/NamePlaces.h"
@@ -16,6 +17,53 @@ constexpr char kGetPropertyInfo[] = "base_types::PropertySet::GetPropertyInfo";
 // Lines of the debugger output's fixed texts: whoever searches captured output relies on them.
 constexpr int kGetPropertiesLine = 92;
 constexpr int kGetPropertyInfoLine = 119;
+
+// What the properties held that a copy has assigned to. They get it back unless the copy came to
+// its end.
+class OldValues {
+public:
+    explicit OldValues(std::size_t most) { values_.reserve(most); }
+    OldValues(const OldValues&) = delete;
+    OldValues& operator=(const OldValues&) = delete;
+    ~OldValues() {
+        for (const Value& value : values_) {
+            try {
+                const bool isText = value.property->Info().type == ePropertyString;
+                value.property->Assign(isText ? static_cast<const void*>(&value.text)
+                                              : value.number);
+            } catch (...) {
+                // A property that refuses its own old value: nothing more can be done for it.
+            }
+        }
+    }
+
+    void Keep(Property& property) {
+        const void* storage = property.Value();
+        if (!storage) return;
+        Value& value = values_.emplace_back(property);
+        try {
+            if (property.Info().type == ePropertyString) {
+                value.text = *static_cast<const std::wstring*>(storage);
+            } else {
+                const auto size = static_cast<std::size_t>(std::max(0, property.Info().size));
+                std::memcpy(value.number, storage, std::min(size, sizeof value.number));
+            }
+        } catch (...) {
+            values_.pop_back();
+            throw;
+        }
+    }
+    void Forget() { values_.clear(); }
+
+private:
+    struct Value {
+        explicit Value(Property& changed) : property(&changed) {}
+        Property* property;
+        alignas(8) unsigned char number[8] = {};
+        std::wstring text;
+    };
+    std::vector<Value> values_;
+};
 
 }  // namespace
 
@@ -166,6 +214,7 @@ _eError PropertySet::CopyPropertiesFrom(const std::shared_ptr<PropertySet>& sour
 
 void PropertySet::CopyPairs(Entries& source) {
     const std::size_t count = std::min(source.size(), entries_.size());
+    OldValues old(count);
     for (std::size_t i = 0; i != count; ++i) {
         Property* from = source[i].second.get();
         Property* to = entries_[i].second.get();
@@ -177,9 +226,11 @@ void PropertySet::CopyPairs(Entries& source) {
             continue;
         }
         if (const void* value = from->Value()) {
+            old.Keep(*to);
             to->Assign(value);
         }
     }
+    old.Forget();
 }
 
 }  // namespace base_types

@@ -152,15 +152,20 @@ TEST_F(PropertySetCopy, NullSourceIsNotImplemented) {
     EXPECT_THAT(captured::TakeTraced(), IsEmpty());
 }
 
-TEST_F(PropertySetCopy, ThrowingPropertyEndsTheCopyWithItsCode) {
+TEST_F(PropertySetCopy, ThrowingPropertyEndsTheCopyWithItsCodeAndNothingIsChanged) {
     Add(*source, L"a", 1);
     Add(target, L"a", 0);
+    Add(*source, L"a text", std::wstring(L"new"));
+    Add(target, L"a text", std::wstring(L"old"));
     source->AddProperty(L"b", std::make_unique<ActingProperty>(
                                   ePropertyInt, [] { throw Exception(eInvalidObject); }));
     Add(target, L"b", 0);
     EXPECT_EQ(target.CopyPropertiesFrom(source), eInvalidObject);
-    EXPECT_EQ(IntOf(target, L"a"), 1);
+    EXPECT_EQ(IntOf(target, L"a"), 0);
     EXPECT_EQ(IntOf(target, L"b"), 0);
+    std::wstring text;
+    target.GetProperty(L"a text", text);
+    EXPECT_EQ(text, L"old");
     source->Clear();
     source->AddProperty(L"a", std::make_unique<ActingProperty>(ePropertyInt, [] { throw 7; }));
     EXPECT_EQ(target.CopyPropertiesFrom(source), eNonInterfaceException);

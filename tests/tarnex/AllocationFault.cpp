@@ -8,9 +8,13 @@
 
 namespace {
 
-int remaining = 0;  // allocations until the fault; 0 for none
-std::size_t requested = 0;
-test_support::Fault kind;
+thread_local int remaining = 0;     // allocations until the fault; 0 for none
+thread_local bool failing = false;  // every allocation is one
+thread_local bool lasting = false;
+thread_local std::size_t requested = 0;
+thread_local std::size_t made = 0;
+thread_local std::int64_t live = 0;
+thread_local test_support::Fault kind;
 
 // The library's code meets exceptions of the engine core only out of what it calls, and allocating
 // is the one thing that all of it calls.
@@ -31,10 +35,13 @@ void Fail() {
 
 void* operator new(std::size_t size) {
     requested += size;
-    if (remaining > 0 && --remaining == 0) {
+    ++made;
+    if (failing || (remaining > 0 && --remaining == 0)) {
+        failing = lasting;
         Fail();
     }
     if (void* memory = std::malloc(size != 0 ? size : 1)) {
+        ++live;
         return memory;
     }
     throw std::bad_alloc();
@@ -55,27 +62,29 @@ void* operator new[](std::size_t size, const std::nothrow_t& nothrow) noexcept {
 }
 
 void operator delete(void* memory) noexcept {
+    if (memory == nullptr) return;
+    --live;
     std::free(memory);
 }
 
 void operator delete(void* memory, std::size_t) noexcept {
-    std::free(memory);
+    operator delete(memory);
 }
 
 void operator delete(void* memory, const std::nothrow_t&) noexcept {
-    std::free(memory);
+    operator delete(memory);
 }
 
 void operator delete[](void* memory) noexcept {
-    std::free(memory);
+    operator delete(memory);
 }
 
 void operator delete[](void* memory, std::size_t) noexcept {
-    std::free(memory);
+    operator delete(memory);
 }
 
 void operator delete[](void* memory, const std::nothrow_t&) noexcept {
-    std::free(memory);
+    operator delete(memory);
 }
 
 namespace test_support {
@@ -84,13 +93,23 @@ std::size_t RequestedBytes() {
     return requested;
 }
 
-AllocationFault::AllocationFault(Fault fault, int countdown) {
+std::size_t AllocationsMade() {
+    return made;
+}
+
+std::int64_t LiveAllocations() {
+    return live;
+}
+
+AllocationFault::AllocationFault(Fault fault, int countdown, bool lasts) {
     kind = fault;
+    lasting = lasts;
     remaining = countdown;
 }
 
 AllocationFault::~AllocationFault() {
     remaining = 0;
+    failing = false;
 }
 
 bool AllocationFault::Happened() const {

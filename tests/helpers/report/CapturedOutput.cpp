@@ -58,7 +58,7 @@ TraceMessage& TraceMessage::Append(std::string_view text) noexcept {
     try {
         text_ += platform::ToWide(text, platform::CodePage::kAnsi);
     } catch (...) {
-        text_ = L"lost";
+        text_ = L"?";  // lost; short enough to need no memory
     }
     return *this;
 }
@@ -67,7 +67,7 @@ TraceMessage& TraceMessage::Append(std::wstring_view text) noexcept {
     try {
         text_ += text;
     } catch (...) {
-        text_ = L"lost";
+        text_ = L"?";  // lost; short enough to need no memory
     }
     return *this;
 }
@@ -78,11 +78,19 @@ namespace platform {
 
 void DebugOutput(const char* text) {
     std::lock_guard lock(captured::mutex);
-    captured::debugged.push_back(text);
+    try {
+        captured::debugged.push_back(text);
+    } catch (...) {
+        return;  // the real one throws nothing either
+    }
 }
 
 void DebugOutput(const wchar_t* text) {
-    DebugOutput(ToNarrow(text, CodePage::kAnsi).c_str());
+    try {
+        DebugOutput(ToNarrow(text, CodePage::kAnsi).c_str());
+    } catch (...) {
+        return;  // as above
+    }
 }
 
 }  // namespace platform
