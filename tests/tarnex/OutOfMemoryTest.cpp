@@ -1,0 +1,253 @@
+// Memory runs out in every operation of the manager and of its factory: at the first allocation, at
+// the second and so on. A code comes back, what was there stays, and the next call goes well.
+
+#include <gmock/gmock.h>
+
+#include "compositions/archive/TempFolder.h"
+#include "helpers/report/CapturedOutput.h"
+#include "platform/Module.h"
+#include "support/Text.h"
+#include "tarnex/AllocationFault.h"
+#include "tarnex/GlobalFxFactory.h"
+#include "tarnex/TarnexImpl.h"
+
+namespace tarnex {
+namespace {
+
+using test_support::AllocationFault;
+using test_support::Fault;
+using test_support::ForEachAllocation;
+using test_support::LiveAllocations;
+using testing::AnyOf;
+
+std::wstring PluginFolder() {
+    const auto bin = test_support::PathFromUtf8(test_support::Utf8(platform::ExecutablePath()));
+    return test_support::Wide(test_support::Utf8(bin.parent_path().parent_path() / "test_plugins"));
+}
+
+constexpr char kScript[] =
+    "[SETUP]\nNAME = \"A name that is not short\"\nCATEGORY = \"A category, neither\"\n[SOURCES]\n"
+    "Back = INPUT\n[EFFECTS]\nB = \"An effect of some name\"\n[STRUCTURE]\nOUTPUT = B( Back )\n";
+
+using Records = std::list<EffectRecord>;
+
+Records ListOf(GlobalFXFactory& factory) {
+    Records records;
+    EXPECT_EQ(factory.GetEffects(records), eSuccess);
+    return records;
+}
+
+// What a round did, without anything that its texts could hold on to.
+template <class Code>
+struct Outcome {
+    Code code;
+    bool happened;
+};
+
+template <class Call>
+auto WithFault(int nth, bool lasts, const Call& call) {
+    const AllocationFault fault(Fault::kBadAlloc, nth, lasts);
+    const auto code = call();
+    return Outcome<decltype(call())>{code, fault.Happened()};
+}
+
+void Forget() {
+    captured::TakeTraced();
+    captured::TakeDebugged();
+}
+
+class ManagerOutOfMemory : public testing::Test {
+protected:
+    ManagerOutOfMemory() {
+        WriteBytes(files_ / "script.txt", kScript);
+        // Whatever is made once and kept.
+        GlobalFXFactory first(plugins_, list_, none_, 0);
+        first.RegisterEffect(script_, true);
+        std::shared_ptr<fx::IBaseFX> effect;
+        first.CreateFX(script_, effect);
+        Forget();
+    }
+
+    TempFolder files_;
+    const std::wstring plugins_ = PluginFolder();
+    const std::wstring list_ = L"plain.plugin|";
+    const std::wstring none_;
+    const std::wstring script_ = files_.Wide("script.txt");
+    const std::wstring id_ = L"A name that is not short\\A category, neither";
+};
+
+TEST_F(ManagerOutOfMemory, FactoryIsBuiltByALaterCallOrAnswersThatItIsNotValid) {
+    ForEachAllocation([&](int nth, bool lasts) {
+        Forget();
+        const std::int64_t live = LiveAllocations();
+        bool happened = true;
+        {
+            TarnexImpl manager;
+            std::shared_ptr<GlobalFXFactory> out;
+            const auto outcome = WithFault(
+                nth, lasts, [&] { return manager.GetFXFactory(plugins_, list_, none_, 0, out); });
+            happened = outcome.happened;
+            if (outcome.code != eSuccess) {
+                EXPECT_TRUE(happened);
+                EXPECT_EQ(outcome.code, eNonInterfaceException);
+                EXPECT_EQ(out, nullptr);
+                EXPECT_EQ(manager.GetFXFactory(plugins_, list_, none_, 0, out), eSuccess);
+                EXPECT_EQ(out->GetFXCount(), 2u);
+            }
+            std::shared_ptr<fx::IBaseFX> effect;
+            if (const std::uint32_t count = out->GetFXCount(); count == 0) {
+                EXPECT_TRUE(happened);
+                EXPECT_EQ(out->CreateFX(0, effect), fx::eInvalidFxFactoryObject);
+            } else {
+                EXPECT_EQ(count, 2u);
+                EXPECT_EQ(out->CreateFX(0, effect), fx::eSuccess);
+            }
+            Forget();
+        }
+        EXPECT_EQ(LiveAllocations(), live) << "leaked";
+        return happened;
+    });
+}
+
+class FactoryOutOfMemory : public ManagerOutOfMemory {
+protected:
+    void SetUp() override {
+        factory_ = std::make_unique<GlobalFXFactory>(plugins_, list_, none_, 0);
+        ASSERT_EQ(factory_->RegisterEffect(script_, true), eSuccess);
+        ASSERT_EQ(factory_->GetFXCount(), 3u);
+    }
+    template <class Create>
+    void ExpectCreatedOrRefused(const Create& create) {
+        ForEachAllocation([&](int nth, bool lasts) {
+            Forget();
+            const std::int64_t live = LiveAllocations();
+            bool happened = true;
+            {
+                std::shared_ptr<fx::IBaseFX> out;
+                const auto outcome = WithFault(nth, lasts, [&] { return create(out); });
+                happened = outcome.happened;
+                if (outcome.code != fx::eSuccess) {
+                    EXPECT_TRUE(happened);
+                    EXPECT_THAT(outcome.code, AnyOf(fx::eGenericException, fx::eCouldNotCreateFX));
+                    EXPECT_EQ(out, nullptr);
+                    EXPECT_EQ(create(out), fx::eSuccess) << "the next call";
+                }
+                EXPECT_NE(out, nullptr);
+                Forget();
+            }
+            EXPECT_EQ(LiveAllocations(), live) << "leaked";
+            return happened;
+        });
+        EXPECT_EQ(factory_->GetFXCount(), 3u);
+        EXPECT_EQ(ListOf(*factory_).size(), 3u);
+    }
+
+    std::unique_ptr<GlobalFXFactory> factory_;
+};
+
+TEST_F(FactoryOutOfMemory, CreationByIndex) {
+    ExpectCreatedOrRefused([&](auto& out) { return factory_->CreateFX(2, out); });
+}
+
+TEST_F(FactoryOutOfMemory, CreationByPath) {
+    ExpectCreatedOrRefused([&](auto& out) { return factory_->CreateFX(script_, out); });
+}
+
+TEST_F(FactoryOutOfMemory, CodesOfWrongCallsAreTheSame) {
+    std::shared_ptr<fx::IBaseFX> out;
+    const std::wstring unknown = L"an effect that nobody knows";
+    ForEachAllocation([&](int nth, bool lasts) {
+        const auto create = WithFault(nth, lasts, [&] { return factory_->CreateFX(99, out); });
+        EXPECT_EQ(create.code, fx::eWrongFXIdx);
+        const auto remove = WithFault(nth, lasts, [&] { return factory_->RemoveEffect(unknown); });
+        EXPECT_EQ(remove.code, eWrongFXName);
+        return create.happened || remove.happened;
+    });
+    EXPECT_EQ(out, nullptr);
+}
+
+TEST_F(FactoryOutOfMemory, NameIsTheNameOrEmpty) {
+    ForEachAllocation([&](int nth, bool lasts) {
+        std::wstring name;
+        const auto outcome = WithFault(nth, lasts, [&] {
+            name = factory_->GetFXName(2);
+            return 0;
+        });
+        EXPECT_EQ(name, outcome.happened ? none_ : id_);
+        return outcome.happened;
+    });
+}
+
+TEST_F(FactoryOutOfMemory, ListIsWholeOrAsItWas) {
+    ForEachAllocation([&](int nth, bool lasts) {
+        Records records{{7, 7, 7, L"mine", true}};
+        Forget();
+        const auto outcome = WithFault(nth, lasts, [&] { return factory_->GetEffects(records); });
+        EXPECT_EQ(outcome.code, outcome.happened ? eGenericException : eSuccess);
+        EXPECT_EQ(records.size(), outcome.happened ? 1u : 3u);
+        return outcome.happened;
+    });
+}
+
+// What is registered and cannot be created stays in the catalogue, without a record: callers find
+// it by its index alone.
+TEST_F(FactoryOutOfMemory, RegistrationIsWholeOrNoneOrWithoutARecord) {
+    int whole = 0;
+    int none = 0;
+    int withoutRecord = 0;
+    ForEachAllocation([&](int nth, bool lasts) {
+        Forget();
+        const std::int64_t live = LiveAllocations();
+        bool happened = true;
+        {
+            GlobalFXFactory factory(plugins_, none_, none_, 0);
+            const auto outcome =
+                WithFault(nth, lasts, [&] { return factory.RegisterEffect(script_, true); });
+            happened = outcome.happened;
+            const _eError again = factory.RegisterEffect(script_, true);
+            std::shared_ptr<fx::IBaseFX> effect;
+            EXPECT_EQ(factory.CreateFX(0, effect), fx::eSuccess);
+            EXPECT_EQ(factory.GetFXCount(), 1u);
+            EXPECT_EQ(factory.GetFXName(0), id_);
+            if (outcome.code == eSuccess) {
+                ++whole;
+                EXPECT_EQ(again, eCouldNotRegisterNewComposition);
+                EXPECT_EQ(ListOf(factory).size(), 1u);
+            } else if (again == eSuccess) {
+                ++none;
+                EXPECT_THAT(outcome.code,
+                            AnyOf(eCouldNotRegisterNewComposition, eGenericException));
+                EXPECT_EQ(ListOf(factory).size(), 1u);
+            } else {
+                ++withoutRecord;
+                EXPECT_THAT(outcome.code, AnyOf(eErrorCreatingEffect, eGenericException));
+                EXPECT_EQ(again, eCouldNotRegisterNewComposition);
+                EXPECT_EQ(ListOf(factory).size(), 0u);
+            }
+            Forget();
+        }
+        EXPECT_EQ(LiveAllocations(), live) << "leaked";
+        return happened;
+    });
+    EXPECT_GT(whole, 0);
+    EXPECT_GT(none, 0);
+    EXPECT_GT(withoutRecord, 0);
+}
+
+TEST_F(FactoryOutOfMemory, RevivalIsWholeOrNone) {
+    ForEachAllocation([&](int nth, bool lasts) {
+        EXPECT_EQ(factory_->RemoveEffect(id_), eSuccess);
+        Forget();
+        const auto outcome =
+            WithFault(nth, lasts, [&] { return factory_->RegisterEffect(script_, true); });
+        EXPECT_EQ(outcome.code, outcome.happened ? eGenericException : eSuccess);
+        EXPECT_EQ(ListOf(*factory_).back().enabled, !outcome.happened);
+        EXPECT_EQ(factory_->RegisterEffect(script_, true),
+                  outcome.happened ? eSuccess : eCouldNotRegisterNewComposition);
+        EXPECT_EQ(factory_->GetFXCount(), 3u);
+        return outcome.happened;
+    });
+}
+
+}  // namespace
+}  // namespace tarnex
