@@ -19,7 +19,8 @@ public:
     // Creates the file or empties it; others may read and write it meanwhile.
     bool Open(const std::wstring& path);
     bool IsOpen() const { return handle_ != kNone; }
-    // False when not all of it could be written.
+    // False when not all of it could be written: the file then ends at `position`, so that nothing
+    // stays half written.
     bool WriteAt(std::uint64_t position, const char* bytes, std::size_t size);
     void Close();
 

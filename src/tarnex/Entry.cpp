@@ -23,11 +23,21 @@ union ManagerStorage {
 };
 constinit ManagerStorage g_Tarnex;
 
+// Makes the manager unless it is there; false when there is no memory for it.
+bool HasManager() noexcept {
+    try {
+        if (g_Tarnex.manager == nullptr) g_Tarnex.manager = std::make_shared<tarnex::TarnexImpl>();
+        return true;
+    } catch (...) {
+        return false;
+    }
+}
+
 }  // namespace
 
 void platform::OnLibraryAttach() noexcept {
     if (platform::TakeMachineFlag()) {
-        g_Tarnex.manager = std::make_shared<tarnex::TarnexImpl>();
+        static_cast<void>(HasManager());  // the first call tries again: the load never fails
     } else {
         platform::OwnerByte() = 0;
     }
@@ -36,6 +46,7 @@ void platform::OnLibraryAttach() noexcept {
 extern "C" tarnex::_eError GetTarnex(std::shared_ptr<tarnex::ITarnex>& out) {
     try {
         if (platform::OwnerByte() != 0) {
+            if (!HasManager()) return helpers::ReportTarnexError(tarnex::eGenericError, kGetTarnex);
             out = g_Tarnex.manager;
         } else {
             // The refusal shows in the log and in the untouched `out` alone: hosts rely on the code

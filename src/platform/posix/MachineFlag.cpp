@@ -8,32 +8,35 @@
 
 #include <cinttypes>
 #include <cstdio>
-#include <string>
+#include <cstring>
 
 namespace platform {
 namespace {
 
-// The path of the file that this code was loaded from, out of the process's list of mappings: the
-// loader knows it only as it was asked for, which may be relative to a folder long left.
-std::string OwnFile() {
+// Opens the file that this code was loaded from, by its path in the process's list of mappings: the
+// loader knows it only as it was asked for, which may be relative to a folder long left. Throws
+// nothing, whatever memory there is: nobody could catch it while a library is loaded.
+int OpenOwnFile() {
     std::FILE* maps = std::fopen("/proc/self/maps", "re");
-    if (maps == nullptr) return {};
+    if (maps == nullptr) return -1;
     const auto self = reinterpret_cast<std::uintptr_t>(&TakeMachineFlag);
-    std::string path;
+    int file = -1;
+    bool found = false;
     char line[8192];
-    while (path.empty() && std::fgets(line, sizeof line, maps) != nullptr) {
+    while (!found && std::fgets(line, sizeof line, maps) != nullptr) {
         std::uintptr_t begin = 0;
         std::uintptr_t end = 0;
         int name = 0;
         if (std::sscanf(line, "%" SCNxPTR "-%" SCNxPTR " %*s %*s %*s %*s %n", &begin, &end,
                         &name) == 2 &&
             name > 0 && self >= begin && self < end) {
-            path = line + name;
+            found = true;
+            line[std::strcspn(line, "\n")] = '\0';
+            file = open(line + name, O_RDONLY | O_CLOEXEC);
         }
     }
     std::fclose(maps);
-    if (!path.empty() && path.back() == '\n') path.pop_back();
-    return path;
+    return file;
 }
 
 // The lock lies on the library's own file, as the byte on Windows lies in its image: nothing is
@@ -42,7 +45,7 @@ std::string OwnFile() {
 class LockFile {
 public:
     bool Take() {
-        file_ = open(OwnFile().c_str(), O_RDONLY | O_CLOEXEC);
+        file_ = OpenOwnFile();
         if (file_ < 0) return true;  // a file that is gone can be loaded by nobody else
         const bool first = flock(file_, LOCK_EX | LOCK_NB) == 0;
         flock(file_, LOCK_SH);

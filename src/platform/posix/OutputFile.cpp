@@ -17,14 +17,17 @@ bool OutputFile::Open(const std::wstring& path) {
 }
 
 bool OutputFile::WriteAt(std::uint64_t position, const char* bytes, std::size_t size) {
-    while (size != 0) {
+    const int file = static_cast<int>(handle_);
+    for (std::size_t done = 0; done != size;) {
         const ssize_t count =
-            pwrite(static_cast<int>(handle_), bytes, size, static_cast<off_t>(position));
+            pwrite(file, bytes + done, size - done, static_cast<off_t>(position + done));
         if (count < 0 && errno == EINTR) continue;
-        if (count <= 0) return false;
-        bytes += count;
-        position += static_cast<std::uint64_t>(count);
-        size -= static_cast<std::size_t>(count);
+        if (count <= 0) {
+            // Where that fails, too, there is nothing left to try.
+            static_cast<void>(!ftruncate(file, static_cast<off_t>(position)));
+            return false;
+        }
+        done += static_cast<std::size_t>(count);
     }
     return true;
 }

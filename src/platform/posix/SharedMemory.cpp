@@ -59,12 +59,16 @@ bool IsUnused(const std::string& name) {
 }
 
 // Removes what processes that were killed left behind. Others' are out of reach, and stay.
-void Sweep(const std::string& ours) {
+void Sweep(const std::string& ours) noexcept {
     DIR* folder = opendir("/dev/shm");
     if (folder == nullptr) return;
-    while (const dirent* entry = readdir(folder)) {
-        const std::string name = std::string("/") + entry->d_name;
-        if (IsLeftBehind(name, ours) && IsUnused(name)) shm_unlink(name.c_str());
+    try {
+        while (const dirent* entry = readdir(folder)) {
+            const std::string name = std::string("/") + entry->d_name;
+            if (IsLeftBehind(name, ours) && IsUnused(name)) shm_unlink(name.c_str());
+        }
+    } catch (...) {
+        // Without memory; the next process sweeps.
     }
     closedir(folder);
 }
@@ -109,6 +113,7 @@ SharedMemory::Outcome SharedMemory::Attach(const std::string& name, bool mayCrea
     error = data_ == nullptr ? static_cast<std::uint32_t>(errno) : 0;
     if (data_ == nullptr) {
         if (file >= 0) close(file);
+        if (created) shm_unlink(name_.c_str());  // nobody would ever get it set up
         return Outcome::kFailed;
     }
     flock(file, LOCK_SH | LOCK_NB);

@@ -27,8 +27,14 @@ bool OutputFile::WriteAt(std::uint64_t position, const char* bytes, std::size_t 
     place.Offset = static_cast<DWORD>(position);
     place.OffsetHigh = static_cast<DWORD>(position >> 32);
     DWORD written = 0;
-    return WriteFile(Native(handle_), bytes, static_cast<DWORD>(size), &written, &place) &&
-           written == size;
+    if (WriteFile(Native(handle_), bytes, static_cast<DWORD>(size), &written, &place) &&
+        written == size) {
+        return true;
+    }
+    LARGE_INTEGER end;
+    end.QuadPart = static_cast<LONGLONG>(position);
+    if (SetFilePointerEx(Native(handle_), end, nullptr, FILE_BEGIN)) SetEndOfFile(Native(handle_));
+    return false;
 }
 
 void OutputFile::Close() {

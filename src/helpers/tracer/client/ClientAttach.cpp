@@ -12,7 +12,11 @@ class ClientAttachment {
 public:
     ClientAttachment() {
         if (HasTracer()) return;  // the module runs the tracer itself
-        if (block_.Attach(false) != process_singleton::Outcome::kOpened) return;
+        try {
+            if (block_.Attach(false) != process_singleton::Outcome::kOpened) return;
+        } catch (...) {
+            return;  // without memory the plug-in loads without a log
+        }
         platform::OnFork(&ClientAttachment::Abandon);
         PublishTracer(block_.Block()->tracer);
     }

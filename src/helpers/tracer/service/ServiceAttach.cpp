@@ -16,16 +16,8 @@ class ServiceAttachment {
 public:
     ServiceAttachment() {
         if (HasTracer()) return;
-        const auto outcome = block_.Attach(true);
-        if (outcome == process_singleton::Outcome::kAbsent) return;
-        platform::OnFork(&ServiceAttachment::Abandon);
-        TracerLayout& layout = block_.Block()->tracer;
-        const bool leftBehind = Tracer(layout).IsLeftBehind();
-        PublishTracer(layout);
-        if (outcome == process_singleton::Outcome::kOpened && !leftBehind) return;
         try {
-            service_.emplace(layout);
-            service_->Construct();
+            Attach();
         } catch (...) {
             // The load succeeds without a tracer.
             service_.reset();
@@ -43,6 +35,17 @@ public:
     ServiceAttachment& operator=(const ServiceAttachment&) = delete;
 
 private:
+    void Attach() {
+        const auto outcome = block_.Attach(true);
+        if (outcome == process_singleton::Outcome::kAbsent) return;
+        platform::OnFork(&ServiceAttachment::Abandon);
+        TracerLayout& layout = block_.Block()->tracer;
+        const bool leftBehind = Tracer(layout).IsLeftBehind();
+        PublishTracer(layout);
+        if (outcome == process_singleton::Outcome::kOpened && !leftBehind) return;
+        service_.emplace(layout);
+        service_->Construct();
+    }
     static void Abandon();
 
     process_singleton block_;
