@@ -2,6 +2,7 @@
 // arguments separated by tabs, and answers each with lines and a closing ".". Sees the
 // library through the public headers alone. Texts are UTF-8.
 
+#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <functional>
@@ -11,9 +12,11 @@
 #include <vector>
 
 #include "host/SlotCalls.h"
+#include "host/Soak.h"
 #include "support/ChildProcess.h"
 #include "support/Library.h"
 #include "support/Text.h"
+#include "support/Usage.h"
 #include "tarnex/GlobalFxFactory.h"
 #include "tarnex/ITarnex.h"
 
@@ -34,6 +37,20 @@ void Say(const std::string& text) {
 
 std::string Outcome(unsigned code, const void* pointer) {
     return std::to_string(code) + (pointer != nullptr ? " set" : " empty");
+}
+
+void Load(const Arguments& arguments) {
+    library = test_support::OpenLibrary(test_support::PathFromUtf8(arguments[1]));
+    Say(library != nullptr ? "loaded" : "not loaded");
+}
+
+// "load_at FILE TIME": at that microsecond of the system's clock, which another process waits for,
+// too. Says afterwards what it got.
+void LoadAt(const Arguments& arguments) {
+    const std::chrono::microseconds time(std::stoll(arguments[2]));
+    while (std::chrono::system_clock::now().time_since_epoch() < time) {
+    }
+    Load(arguments);
 }
 
 void Get(const Arguments&) {
@@ -90,16 +107,39 @@ void List(const Arguments&) {
     }
 }
 
+void Unload(const Arguments&) {
+    manager.reset();
+    test_support::CloseLibrary(library);
+}
+
+// "cycle FILE COUNT": loads the library, gets the manager or not and unloads it. Says what that
+// many times add after a quarter as many.
+void Cycle(const Arguments& arguments) {
+    const int count = std::stoi(arguments[2]);
+    const auto times = [&arguments](int left) {
+        for (; left > 0; --left) {
+            library = test_support::OpenLibrary(test_support::PathFromUtf8(arguments[1]));
+            auto entry = reinterpret_cast<decltype(&GetTarnex)>(
+                test_support::FindSymbol(library, "GetTarnex"));
+            entry(manager);
+            Unload({});
+        }
+    };
+    times(count / 4);
+    const test_support::Usage before = test_support::LeastUsage(20, {});
+    times(count);
+    Say(test_support::Growth(before, test_support::LeastUsage(500, before)));
+}
+
 const std::map<std::string, std::function<void(const Arguments&)>> kCommands = {
-    {"load",
+    {"load", Load},
+    {"load_at", LoadAt},
+    {"unload", Unload},
+    {"cycle", Cycle},
+    {"soak",
      [](const Arguments& arguments) {
-         library = test_support::OpenLibrary(test_support::PathFromUtf8(arguments[1]));
-         Say(library != nullptr ? "loaded" : "not loaded");
-     }},
-    {"unload",
-     [](const Arguments&) {
-         manager.reset();
-         test_support::CloseLibrary(library);
+         Soak(*factory, std::stoi(arguments[1]), Arguments(arguments.begin() + 2, arguments.end()),
+              Say);
      }},
     {"get", Get},
     {"factory", BuildFactory},

@@ -1,6 +1,5 @@
 #include "tracer_process/Commands.h"
 
-#include <algorithm>
 #include <atomic>
 #include <chrono>
 #include <cstdio>
@@ -19,6 +18,7 @@
 #include "platform/SettingsStore.h"
 #include "platform/SharedMemory.h"
 #include "platform/Thread.h"
+#include "support/Usage.h"
 #include "tracer_process/HostSystem.h"
 
 namespace trace_host {
@@ -161,24 +161,6 @@ void ExitFromThread(const Words& words) {
     std::thread([code = Number(words[1])] { ExitProcessNow(static_cast<int>(code)); }).join();
 }
 
-// The least of each figure within `looks` looks, or until none is above `enough`. A thread of the
-// system's, and what it holds, is given that time to be gone.
-Usage LeastUsage(int looks, const Usage& enough) {
-    Usage least = CountUsage();
-    const auto isMore = [&] {
-        return least.handles > enough.handles || least.threads > enough.threads ||
-               least.mappings > enough.mappings;
-    };
-    for (int i = 1; i < looks && isMore(); ++i) {
-        platform::SleepMs(10);
-        const Usage usage = CountUsage();
-        least.handles = std::min(least.handles, usage.handles);
-        least.threads = std::min(least.threads, usage.threads);
-        least.mappings = std::min(least.mappings, usage.mappings);
-    }
-    return least;
-}
-
 // "cycle:module:count:text": loads the module, says the text and frees it; without a text at once.
 // Says what `count` cycles have added after a quarter as many.
 void Cycle(const Words& words) {
@@ -193,15 +175,11 @@ void Cycle(const Words& words) {
     // Whatever the system keeps from the first times on.
     for (unsigned i = 0; i < Number(words[2]) / 4; ++i) once();
     AwaitGone(words[1]);
-    const Usage before = LeastUsage(20, {});
+    const test_support::Usage before = test_support::LeastUsage(20, {});
     for (unsigned i = 0; i < Number(words[2]); ++i) once();
     AwaitGone(words[1]);
-    const Usage after = LeastUsage(500, before);
-    const auto grown = [](std::uint64_t a, std::uint64_t b) {
-        return static_cast<long long>(b) - static_cast<long long>(a);
-    };
-    std::printf("handles %lld threads %lld mappings %lld\n", grown(before.handles, after.handles),
-                grown(before.threads, after.threads), grown(before.mappings, after.mappings));
+    const test_support::Usage after = test_support::LeastUsage(500, before);
+    std::printf("%s\n", test_support::Growth(before, after).c_str());
 }
 
 void Peek(const Words&) {

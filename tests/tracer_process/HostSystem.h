@@ -13,14 +13,6 @@ void CaptureDebugOutput();
 // Whether the library of that file is still in the process.
 bool IsLoaded(const std::wstring& file);
 
-// Open handles or descriptors, threads, and mapped pieces of memory, as "handles threads maps".
-struct Usage {
-    std::uint64_t handles = 0;
-    std::uint64_t threads = 0;
-    std::uint64_t mappings = 0;
-};
-Usage CountUsage();
-
 // Ends the process from inside, as a host that calls the system itself.
 [[noreturn]] void ExitProcessNow(int code);
 

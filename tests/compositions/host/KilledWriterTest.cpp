@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
+#include <cstdlib>
 #include <fstream>
 #include <iterator>
 #include <random>
@@ -20,9 +21,10 @@ namespace {
 namespace fs = std::filesystem;
 using Clock = std::chrono::steady_clock;
 
-// The rounds go on until a file was left behind, so that its removal is seen, but not for ever.
-constexpr int kRounds = TARNEX_KILLED_WRITERS;
-constexpr int kMostRounds = 50 * kRounds;
+int Rounds() {
+    constexpr int kLongRounds = 200;
+    return std::getenv("TARNEX_LONG_TESTS") != nullptr ? kLongRounds : TARNEX_KILLED_WRITERS;
+}
 
 // Large, so that most of the time goes into writing its archive.
 std::string Script(const std::string& name) {
@@ -96,7 +98,9 @@ TEST_F(KilledWriter, LeavesTheOldArchiveOrTheNewOneAndNothingForLong) {
     std::set<std::string> tokens;  // what tells the files of two processes of one number apart
     int leftovers = 0;
     int rounds = 0;
-    while (rounds < kRounds || (leftovers == 0 && rounds < kMostRounds)) {
+    // They go on until a file was left behind, so that its removal is seen, but not for ever.
+    const int enough = Rounds();
+    while (rounds < enough || (leftovers == 0 && rounds < 50 * enough)) {
         ++rounds;
         ASSERT_NO_FATAL_FAILURE(KillAWriter());
         const std::string bytes = Archive();

@@ -7,8 +7,6 @@
 #include <algorithm>
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
-#include <string>
 #include <thread>
 
 #include "platform/NativePath.h"
@@ -16,12 +14,6 @@
 
 namespace trace_host {
 namespace {
-
-std::uint64_t EntriesIn(const char* folder) {
-    std::uint64_t count = 0;
-    for ([[maybe_unused]] const auto& entry : std::filesystem::directory_iterator(folder)) ++count;
-    return count;
-}
 
 int Niceness(pid_t thread) {
     return getpriority(PRIO_PROCESS, static_cast<id_t>(thread));
@@ -38,21 +30,6 @@ bool IsLoaded(const std::wstring& file) {
     void* module = dlopen(platform::NativePath(file).c_str(), RTLD_NOW | RTLD_NOLOAD);
     if (module != nullptr) dlclose(module);
     return module != nullptr;
-}
-
-Usage CountUsage() {
-    Usage usage;
-    usage.handles = EntriesIn("/proc/self/fd");
-    usage.threads = EntriesIn("/proc/self/task");
-    std::ifstream maps("/proc/self/maps");
-    // Blocks and libraries alone: the heap's own pieces come and go.
-    for (std::string line; std::getline(maps, line);) {
-        if (line.find("/dev/shm/") != std::string::npos ||
-            line.find("trace_") != std::string::npos) {
-            ++usage.mappings;
-        }
-    }
-    return usage;
 }
 
 void ExitProcessNow(int code) {

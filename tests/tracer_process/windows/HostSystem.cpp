@@ -2,8 +2,6 @@
 
 #include <windows.h>
 
-#include <tlhelp32.h>
-
 #include <cstring>
 
 namespace trace_host {
@@ -29,26 +27,6 @@ void CaptureDebugOutput() {
 
 bool IsLoaded(const std::wstring& file) {
     return GetModuleHandleW(file.c_str()) != nullptr;
-}
-
-Usage CountUsage() {
-    Usage usage;
-    DWORD handles = 0;
-    GetProcessHandleCount(GetCurrentProcess(), &handles);
-    usage.handles = handles;
-    const HANDLE snapshot = CreateToolhelp32Snapshot(TH32CS_SNAPTHREAD, 0);
-    THREADENTRY32 entry = {};
-    entry.dwSize = sizeof entry;
-    for (BOOL more = Thread32First(snapshot, &entry); more; more = Thread32Next(snapshot, &entry)) {
-        if (entry.th32OwnerProcessID == GetCurrentProcessId()) ++usage.threads;
-    }
-    CloseHandle(snapshot);
-    MEMORY_BASIC_INFORMATION region = {};
-    for (char* address = nullptr; VirtualQuery(address, &region, sizeof region) != 0;
-         address = static_cast<char*>(region.BaseAddress) + region.RegionSize) {
-        if (region.State == MEM_COMMIT && region.Type == MEM_MAPPED) ++usage.mappings;
-    }
-    return usage;
 }
 
 void ExitProcessNow(int code) {
