@@ -11,7 +11,7 @@
 #include "compositions/archive/PlainDescription.h"
 #include "compositions/archive/SampleDescriptions.h"
 #include "compositions/archive/TempFolder.h"
-#include "compositions/reader/SmallStack.h"
+#include "support/SmallStack.h"
 
 namespace {
 

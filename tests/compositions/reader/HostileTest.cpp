@@ -2,9 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include "SmallStack.h"
 #include "compositions/reader/ReadScript.h"
 #include "helpers/report/CapturedOutput.h"
+#include "support/SmallStack.h"
 
 using compositions::Section;
 

@@ -4,7 +4,7 @@
 
 #include <utility>
 
-#include "SmallStack.h"
+#include "support/SmallStack.h"
 
 using compositions::StructureNode;
 using compositions::UpperName;

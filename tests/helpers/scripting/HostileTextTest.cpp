@@ -6,7 +6,7 @@
 #include <thread>
 
 #include "compositions/language/CompInterpreter.h"
-#include "compositions/reader/SmallStack.h"
+#include "support/SmallStack.h"
 
 namespace {
 
