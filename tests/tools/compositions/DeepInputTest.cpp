@@ -16,7 +16,7 @@ namespace {
 using tooltest::ScratchFolder;
 
 int Levels() {
-    return std::getenv("TARNEX_LONG_TESTS") != nullptr ? 1'000'000 : 30'000;
+    return std::getenv("TARNEX_LONG_TESTS") != nullptr ? 1'000'000 : 15'000;
 }
 
 std::string Repeated(const std::string& piece, int times) {
