@@ -57,6 +57,17 @@ std::size_t BytesToMove(const Property& property, std::int32_t size) {
     return static_cast<std::size_t>(std::max(0, std::min(property.Info().size, size)));
 }
 
+// A property of no bytes needs no storage.
+bool IsStorageOf(const Property& property, const void* storage) {
+    return storage || property.Info().size <= 0;
+}
+
+void Move(const void* from, void* to, std::size_t count) {
+    if (count != 0) {
+        std::memmove(to, from, count);
+    }
+}
+
 }  // namespace
 
 template <class Body>
@@ -101,12 +112,12 @@ _eError PropertySet::GetProperty(const std::wstring& name, void* buffer, std::in
             return kNotReadable;
         }
         const void* storage = property->Value();
-        if (!storage) {
+        if (!IsStorageOf(*property, storage)) {
             return kCastFailure;
         }
         const std::size_t count = BytesToMove(*property, bufferSize);
         *copied = static_cast<std::int32_t>(count);
-        std::memmove(buffer, storage, count);
+        Move(storage, buffer, count);
         return kDone;
     });
 }
@@ -125,10 +136,10 @@ _eError PropertySet::SetProperty(const std::wstring& name, const void* data, std
             return kNotWritable;
         }
         void* storage = property->Value();
-        if (!storage) {
+        if (!IsStorageOf(*property, storage)) {
             return kCastFailure;
         }
-        std::memmove(storage, data, BytesToMove(*property, size));
+        Move(data, storage, BytesToMove(*property, size));
         return kDone;
     });
 }

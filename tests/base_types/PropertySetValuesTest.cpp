@@ -242,6 +242,18 @@ TEST_F(PropertySetValues, RawPropertyIsReachedByRawCallsAlone) {
     EXPECT_EQ(number, 1);
 }
 
+// It has no storage, which was taken for a property that lost it.
+TEST_F(PropertySetValues, RawPropertyOfNoBytesMovesNone) {
+    set.AddProperty(L"Nothing", std::make_unique<RawProperty>(0));
+    char byte = 'x';
+    std::int32_t copied = -1;
+    EXPECT_EQ(set.GetProperty(L"Nothing", &byte, 1, &copied), eSuccess);
+    EXPECT_EQ(copied, 0);
+    EXPECT_EQ(set.SetProperty(L"Nothing", static_cast<const void*>(&byte), 1), eSuccess);
+    EXPECT_EQ(byte, 'x');
+    EXPECT_TRUE(captured::TakeTraced().empty());
+}
+
 TEST_F(PropertySetValues, BoolLeftOddByRawBytesReadsAsTrue) {
     Add(set, L"Switch", false);
     const unsigned char odd = 0x40;
