@@ -2,7 +2,6 @@
 
 #include "check/SourceText.h"
 #include "check/Subject.h"
-#include "frame/Help.h"
 #include "frame/Text.h"
 
 namespace tarnexctl {

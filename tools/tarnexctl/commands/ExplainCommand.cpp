@@ -3,7 +3,6 @@
 #include "check/DiagnosticKinds.h"
 #include "commands/Commands.h"
 #include "frame/Columns.h"
-#include "frame/Help.h"
 #include "frame/Session.h"
 #include "frame/Suggest.h"
 #include "frame/Text.h"

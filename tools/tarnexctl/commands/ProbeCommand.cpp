@@ -1,7 +1,6 @@
 #include <algorithm>
 
 #include "commands/Commands.h"
-#include "frame/Help.h"
 #include "frame/Session.h"
 #include "frame/Text.h"
 #include "probe/ChildRun.h"

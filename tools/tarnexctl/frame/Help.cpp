@@ -1,7 +1,6 @@
 #include "frame/Help.h"
 
 #include <algorithm>
-#include <sstream>
 
 #include "frame/CommandTable.h"
 #include "frame/Text.h"
@@ -42,21 +41,6 @@ std::vector<Item> OptionItems(const std::vector<OptionSpec>& options) {
 }
 
 }  // namespace
-
-std::string Wrapped(const std::string& text, const std::string& indent, std::size_t width) {
-    std::istringstream words(text);
-    std::string wrapped;
-    std::string line = indent;
-    for (std::string word; words >> word;) {
-        if (line.size() > indent.size() && DisplayWidth(line) + 1 + DisplayWidth(word) > width) {
-            wrapped += line + "\n";
-            line = indent;
-        }
-        if (line.size() > indent.size()) line += ' ';
-        line += word;
-    }
-    return wrapped + line + "\n";
-}
 
 std::string OptionHeading(const OptionSpec& option) {
     std::string heading = option.shortName.empty() ? "    " : option.shortName + ", ";

@@ -17,7 +17,4 @@ std::string UsageLine(const CommandSpec& command);
 // "-p, --plugin NAME"
 std::string OptionHeading(const OptionSpec& option);
 
-// The text in lines of at most `width` columns, each behind `indent`.
-std::string Wrapped(const std::string& text, const std::string& indent, std::size_t width = 80);
-
 }  // namespace tarnexctl

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <cstdio>
+#include <sstream>
 
 #include "platform/CodePage.h"
 
@@ -115,6 +116,21 @@ std::string FromPath(const std::filesystem::path& path) {
 
 std::string Count(std::size_t number, const std::string& singular, const std::string& plural) {
     return std::to_string(number) + ' ' + (number == 1 ? singular : plural);
+}
+
+std::string Wrapped(const std::string& text, const std::string& indent, std::size_t width) {
+    std::istringstream words(text);
+    std::string wrapped;
+    std::string line = indent;
+    for (std::string word; words >> word;) {
+        if (line.size() > indent.size() && DisplayWidth(line) + 1 + DisplayWidth(word) > width) {
+            wrapped += line + "\n";
+            line = indent;
+        }
+        if (line.size() > indent.size()) line += ' ';
+        line += word;
+    }
+    return wrapped + line + "\n";
 }
 
 }  // namespace tarnexctl

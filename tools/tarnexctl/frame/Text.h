@@ -40,4 +40,7 @@ std::string FromPath(const std::filesystem::path& path);
 // "1 plug-in", "3 plug-ins".
 std::string Count(std::size_t number, const std::string& singular, const std::string& plural);
 
+// The text in lines of at most `width` columns, each behind `indent`.
+std::string Wrapped(const std::string& text, const std::string& indent, std::size_t width = 80);
+
 }  // namespace tarnexctl
