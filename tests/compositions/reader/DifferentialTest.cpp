@@ -5,14 +5,7 @@
 
 #include <random>
 
-#include "compositions/language/CompLanguage.h"
-#include "compositions/reader/PlainReader.h"
-#include "compositions/reader/ReadScript.h"
-#include "helpers/report/CapturedOutput.h"
-#include "helpers/scripting/PlainInterpreter.h"
-
-using compositions::CompositionScript;
-using compositions::Section;
+#include "compositions/reader/PlainComparison.h"
 
 namespace {
 
@@ -249,72 +242,10 @@ private:
     std::string text_;
 };
 
-PlainResult ReadPlainly(const std::string& text) {
-    static plain::Interpreter matcher(L"", compositions::CompositionLanguage()->Blanks(),
-                                      compositions::CompositionLanguage()->Tables());
-    matcher.TakeText(plain::Preprocess(text));
-    const PlainToolkit toolkit{
-        [](std::uint32_t rule, std::vector<std::wstring>& pieces) {
-            return matcher.get_expression(rule, pieces);
-        },
-        [](std::uint32_t rule) { return matcher.find_expression(rule, false); },
-        [](std::uint32_t kind, std::wstring& lexem) { return matcher.get_lexem(kind, lexem); },
-        [] { return matcher.position; },
-        [](std::size_t position) { matcher.position = position; },
-    };
-    return ReadPlainly(toolkit);
-}
-
-// Keeps what an observer of a random script is told in order: within the file, and forwards.
-class OrderObserver : public compositions::ReadingObserver {
-public:
-    explicit OrderObserver(std::size_t size) : size_(size) {}
-    void OnHeader(Section, compositions::ByteRange range) override {
-        last_ = 0;
-        Check(range);
-    }
-    void OnStatement(const compositions::Statement& statement) override { Check(statement.range); }
-    void OnSectionEnd(const compositions::SectionEnd& end) override {
-        isGood = isGood && end.offset <= size_;
-        ++sections;
-    }
-    bool isGood = true;
-    int sections = 0;
-
-private:
-    void Check(compositions::ByteRange range) {
-        isGood = isGood && last_ <= range.begin && range.begin < range.end && range.end <= size_;
-        last_ = range.end;
-    }
-    std::uint64_t last_ = 0;
-    std::size_t size_;
-};
-
 void Compare(const std::string& text, int& readWhole) {
-    captured::TakeDebugged();
-    captured::TakeTraced();
-    const CompositionScript script(text);
-    const std::size_t assertions = captured::TakeDebugged().size();
-    const std::size_t traced = captured::TakeTraced().size();
-    OrderObserver observer(text.size());
-    const CompositionScript observed(text, &observer);
-    const PlainResult plain = ReadPlainly(text);
-    ASSERT_EQ(script.GetReadStatus(), plain.readStatus) << text;
-    for (int i = 0; i < 8; ++i) {
-        ASSERT_EQ(script.GetSectionStatuses()[static_cast<Section>(i)], plain.sections[i])
-            << i << "\n"
-            << text;
-    }
-    ASSERT_TRUE(script.GetDescription() == plain.description) << text;
-    for (std::size_t i = 0; i < plain.mappingAccess.size(); ++i) {
-        ASSERT_EQ(script.GetMappings()[i].access, plain.mappingAccess[i]) << text;
-    }
-    ASSERT_EQ(assertions, static_cast<std::size_t>(plain.assertions)) << text;
-    ASSERT_EQ(traced, plain.titleTraced ? 1u : 0u) << text;
-    ASSERT_TRUE(observed.GetDescription() == script.GetDescription()) << text;
-    ASSERT_TRUE(observed.GetSectionStatuses() == script.GetSectionStatuses()) << text;
-    ASSERT_TRUE(observer.isGood) << text;
-    readWhole += plain.readStatus == 0;
+    const PlainComparison comparison = CompareWithPlain(text);
+    ASSERT_EQ(comparison.difference, "") << text;
+    readWhole += comparison.readWhole;
 }
 
 TEST(Differential, GeneratedScriptsReadAsThePlainReaderReadsThem) {

@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "helpers/scripting/Grammar.h"
@@ -15,8 +16,15 @@ namespace generated {
 class Random {
 public:
     explicit Random(std::uint64_t seed) : state_(seed) {}
+    // Takes the numbers from the bytes, one each, for as long as there are any.
+    explicit Random(std::string_view choices) : state_(0), choices_(choices) {}
 
     std::uint32_t Next() {
+        if (!choices_.empty()) {
+            const auto choice = static_cast<unsigned char>(choices_.front());
+            choices_.remove_prefix(1);
+            return choice;
+        }
         state_ += 0x9E3779B97F4A7C15u;
         std::uint64_t mixed = (state_ ^ (state_ >> 30)) * 0xBF58476D1CE4E5B9u;
         mixed = (mixed ^ (mixed >> 27)) * 0x94D049BB133111EBu;
@@ -33,6 +41,7 @@ public:
 
 private:
     std::uint64_t state_;
+    std::string_view choices_;
 };
 
 // A text that the node is likely to match, with blanks, odd cases and now and then a comment.
