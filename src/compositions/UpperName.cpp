@@ -49,10 +49,18 @@ wchar_t* UpperName::MakeBuffer(std::size_t length) {
 }
 
 UpperName::UpperName(std::wstring_view token) {
-    token = UpToZero(token);
+    if (token.size() >= kShort) token = UpToZero(token);
     if (token.empty()) return;
-    wchar_t* buffer = MakeBuffer(token.size());
-    if (!CopyUpperAscii(token, buffer)) platform::ToUpperCase(buffer, token.size());
+    wchar_t* const buffer = MakeBuffer(token.size());
+    wchar_t seen = 0;
+    for (std::size_t i = 0; i < token.size(); ++i) {
+        seen |= token[i];
+        buffer[i] = UpperAscii(token[i]);
+        if (token[i] != 0) continue;
+        capacity_ = i == 0 ? 0 : i + 1;  // a short one, which stays in place
+        break;
+    }
+    if ((seen & ~0x7F) != 0) platform::ToUpperCase(buffer, Length());
 }
 
 UpperName::UpperName(const UpperName& other) {
@@ -74,11 +82,14 @@ UpperName UpperName::Verbatim(std::wstring_view characters) {
 std::strong_ordering UpperName::operator<=>(const UpperName& other) const {
     const std::wstring_view mine = View();
     const std::wstring_view its = other.View();
-    const auto [here, there] = std::ranges::mismatch(mine, its);
-    if (here == mine.end() || there == its.end()) return mine.size() <=> its.size();
-    const std::strong_ordering order = OrderOf(*here) <=> OrderOf(*there);
-    return std::is_neq(order) ? order
-                              : *here <=> *there;  // half a pair and a whole one begin alike
+    const std::size_t common = std::min(mine.size(), its.size());
+    for (std::size_t i = 0; i < common; ++i) {
+        if (mine[i] == its[i]) continue;
+        const std::strong_ordering order = OrderOf(mine[i]) <=> OrderOf(its[i]);
+        return std::is_neq(order) ? order
+                                  : mine[i] <=> its[i];  // half a pair and a whole one begin alike
+    }
+    return mine.size() <=> its.size();
 }
 
 std::wstring UpperText(std::wstring_view text) {
@@ -94,7 +105,7 @@ std::wstring UpperText(std::wstring_view text) {
     return upper;
 }
 
-bool IsKeyword(std::wstring_view token, std::wstring_view keyword) {
+bool IsWholeKeyword(std::wstring_view token, std::wstring_view keyword) {
     if (token.size() < keyword.size()) return false;
     if (token.size() > keyword.size() && token[keyword.size()] != L'\0') return false;
     return std::ranges::equal(

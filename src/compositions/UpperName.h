@@ -67,7 +67,13 @@ private:
 // The whole text in upper case, by the same rules; zero characters stay.
 std::wstring UpperText(std::wstring_view text);
 
-// Whether an UpperName made of the token would equal the keyword. The keyword is upper-case ASCII.
-bool IsKeyword(std::wstring_view token, std::wstring_view keyword);
+// Whether an UpperName made of the token would equal the keyword. The keyword is upper-case ASCII
+// and begins with a letter.
+bool IsWholeKeyword(std::wstring_view token, std::wstring_view keyword);
+// The same; most tokens differ in their first letter already.
+inline bool IsKeyword(std::wstring_view token, std::wstring_view keyword) {
+    constexpr wchar_t kCaseBit = L'a' - L'A';
+    return !token.empty() && (token[0] & ~kCaseBit) == keyword[0] && IsWholeKeyword(token, keyword);
+}
 
 }  // namespace compositions

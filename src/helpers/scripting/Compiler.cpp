@@ -27,7 +27,7 @@ public:
             LayOut(builder_.Tables().Rules()[variant.first], variant.second);
             builder_.Emit(Operation::kReturn);
         }
-        builder_.FinishCalls();
+        builder_.Finish();
     }
 
 private:
@@ -54,7 +54,22 @@ private:
         builder_.BeginRule(kNone);
         LayOut(node, mode);
         builder_.Emit(Operation::kMatched);
+        FindKeyword(entry);
         return entry;
+    }
+
+    // Looks for a keyword behind the first lexem.
+    void FindKeyword(Entry& entry) {
+        const Instruction& first = builder_.At(entry.address);
+        const bool isLexem =
+            first.operation == Operation::kPlain || first.operation == Operation::kMark;
+        if (!isLexem || first.keyword != nullptr) return;
+        const Instruction& second = builder_.At(entry.address + 1);
+        if (second.operation != Operation::kPlain || second.keyword == nullptr) return;
+        const wchar_t character = second.keyword->front();
+        if (character == 0 || (character & ~0x7F) != 0) return;
+        entry.beforeKeyword = first.lexem;
+        entry.keywordFirst = character;
     }
 
     void LayOut(const GrammarNode& node, const Mode& mode) {

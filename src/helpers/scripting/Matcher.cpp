@@ -33,7 +33,7 @@ bool Matcher::Match(const Program& program, std::uint32_t address, std::size_t& 
     frames_.clear();
     rereads_.clear();
     pieces_.Start(before);
-    return Run(address, position);
+    return memory_ ? Run<true>(address, position) : Run<false>(address, position);
 }
 
 // Every position is tried in turn, but where no match can begin. Blanks before a match belong to
@@ -42,73 +42,96 @@ bool Matcher::Find(const Program& program, const Entry& entry, std::size_t& posi
                    Report report) {
     const std::wstring_view text = scanner_.Text();
     if (position >= text.size()) return false;
+    const Forgetting forgetting{memory_};
     if (entry.recursive && !program.mayReport && !program.mayLoop) {
         memory_ = std::make_unique<Memory>();
     }
+    const bool peeksForKeyword = entry.beforeKeyword != nullptr && !program.mayReport && !memory_;
+    std::size_t passedOver = kNoPosition;  // the last candidate with a lexem, unless it was read
     bool found = false;
     for (std::size_t from = position; from < text.size() && !found; ++from) {
         if (!program.mayReport) from = scanner_.FindCandidate(entry, from);
         if (from == kNoPosition) break;
+        if (peeksForKeyword) {
+            const std::size_t next = scanner_.FindEnd(*entry.beforeKeyword, from);
+            if (next == kNoPosition) continue;
+            if (!KeywordCanFollow(entry, next)) {
+                passedOver = from;
+                continue;
+            }
+        }
+        passedOver = kNoPosition;
         std::size_t end = from;
         found = Match(program, entry.address, end, 0, report);
         if (!found) continue;
         while (from > position && program.blanks.Has(text[from - 1])) --from;
         position = peek ? from : end;
     }
-    memory_.reset();
+    // Read it for the sake of the last lexem.
+    if (passedOver != kNoPosition) Match(program, entry.address, passedOver, 0, report);
     return found;
 }
 
+// Whether the entry's keyword can stand behind its first lexem, which ends at `end`: spares most
+// candidates of a search.
+inline bool Matcher::KeywordCanFollow(const Entry& entry, std::size_t end) {
+    const wchar_t character = scanner_.Text().data()[scanner_.SkipBlanks(end)];
+    const bool isLower = character >= L'a' && character <= L'z';
+    return (isLower ? character - (L'a' - L'A') : character) == entry.keywordFirst ||
+           (character & ~0x7F) != 0;
+}
+
+// A search that remembers wants no pieces.
+template <bool kRemembers>
 bool Matcher::Run(std::uint32_t address, std::size_t& position) {
-    const Instruction* const code = program_->code.data();
-    const Instruction* at = code + address;
+    const Instruction* at = program_->code.data() + address;
     Place place = PlaceAt(position);
     start_ = place.first;
     for (;;) {
         switch (at->operation) {
             case Operation::kMark:
-                if (!ReadMark(*at, place)) break;
+                if (!ReadMark<kRemembers>(*at, place)) break;
                 ++at;
                 continue;
             case Operation::kPlain:
-                if (!ReadPlain(*at, place)) break;
+                if (!ReadPlain<kRemembers>(*at, place)) break;
                 ++at;
                 continue;
             case Operation::kLexem:
-                if (!ReadLexem(*at, place)) break;
+                if (!ReadLexem<kRemembers>(*at, place)) break;
                 ++at;
                 continue;
             case Operation::kCall:
-                if (memory_ && at->remember && Recall(*at, place)) {
+                if (kRemembers && at->remember && Recall(*at, place)) {
                     if (resumePlace_.position == kNoPosition) break;
                     place = resumePlace_;
                     ++at;
                     continue;
                 }
-                at = Call(at, place);
+                at = Call<kRemembers>(at, place);
                 if (at == nullptr) break;
                 continue;
             case Operation::kReturn:
-                at = code + Return(place);
+                at = Return<kRemembers>(place);
                 continue;
             case Operation::kTest:
-                at = StandsAt(place, at->first) ? at + 1 : code + at->target;
+                at = StandsAt(place, at->first) ? at + 1 : at->to;
                 continue;
             case Operation::kChoice:
                 if (StandsAt(place, at->first)) {
                     Choose(*at, place);
                     ++at;
                 } else {
-                    at = code + at->target;
+                    at = at->to;
                 }
                 continue;
             case Operation::kCommit:
                 frames_.pop_back();
                 if (at->rereads) rereads_.pop_back();
-                at = code + at->target;
+                at = at->to;
                 continue;
             case Operation::kJump:
-                at = code + at->target;
+                at = at->to;
                 continue;
             case Operation::kFail:
                 break;
@@ -129,53 +152,56 @@ bool Matcher::Run(std::uint32_t address, std::size_t& position) {
                 return true;
         }
         if (!Backtrack()) return false;
-        at = code + resumeAt_;
+        at = resumeAt_;
         place = resumePlace_;
     }
 }
 
+template <bool kRemembers>
 inline bool Matcher::ReadMark(const Instruction& instruction, Place& place) {
-    const std::wstring_view text = scanner_.Text();
     const std::size_t begin = place.first;
-    if (begin >= text.size() || text[begin] != instruction.lexem->mark) return false;
-    last_ = {begin, 1, instruction.lexem->kind};
-    ++reads_;
-    if (instruction.store) Store(instruction, text.substr(begin, 1));
+    const wchar_t* const text = scanner_.Text().data();
+    if (text[begin] != instruction.mark) return false;
+    last_ = {begin, begin + 1, instruction.kind};
+    if (kRemembers) {
+        ++reads_;
+    } else if (instruction.store) {
+        Store(instruction, {text + begin, 1});
+    }
     place = {begin + 1, scanner_.SkipBlanks(begin + 1)};
     return true;
 }
 
+template <bool kRemembers>
 inline bool Matcher::ReadPlain(const Instruction& instruction, Place& place) {
     const std::size_t begin = place.first;
-    if (begin == kNoPosition) return false;
     const std::size_t end = scanner_.FindEnd(*instruction.lexem, begin);
     if (end == kNoPosition) return false;
-    last_ = {begin, static_cast<std::uint32_t>(end - begin), instruction.lexem->kind};
-    ++reads_;
+    last_ = {begin, end, instruction.kind};
+    if (kRemembers) ++reads_;
     const std::wstring_view lexem(scanner_.Text().data() + begin, end - begin);
     if (instruction.keyword != nullptr && !EqualsKeyword(lexem, *instruction.keyword)) return false;
-    if (instruction.store) Store(instruction, lexem);
+    if (!kRemembers && instruction.store) Store(instruction, lexem);
     place = {end, scanner_.SkipBlanks(end)};
     return true;
 }
 
+template <bool kRemembers>
 inline bool Matcher::ReadLexem(const Instruction& instruction, Place& place) {
-    if (place.first == kNoPosition) return false;
+    if (place.first == scanner_.End()) return false;
     LexemSpan span;
     if (scanner_.Read(*instruction.lexem, place.first, span) != LexemOutcome::kRead) return false;
-    last_ = {span.begin, static_cast<std::uint32_t>(span.length), instruction.lexem->kind};
-    ++reads_;
+    last_ = {span.begin, span.begin + span.length, instruction.kind};
+    if (kRemembers) ++reads_;
     // One that begins behind its first character may lie behind the text's end.
     const std::wstring_view lexem = scanner_.Text().substr(span.begin, span.length);
     if (instruction.keyword != nullptr && !EqualsKeyword(lexem, *instruction.keyword)) return false;
-    if (instruction.store) Store(instruction, lexem);
+    if (!kRemembers && instruction.store) Store(instruction, lexem);
     place = PlaceAt(span.next);
     return true;
 }
 
-// A search that remembers wants no pieces.
 inline void Matcher::Store(const Instruction& instruction, std::wstring_view lexem) {
-    if (memory_) return;
     if (instruction.append) {
         pieces_.Append(lexem);
     } else {
@@ -184,31 +210,32 @@ inline void Matcher::Store(const Instruction& instruction, std::wstring_view lex
 }
 
 // Where to go on; null when the rule does not match here.
+template <bool kRemembers>
 inline const Instruction* Matcher::Call(const Instruction* call, Place place) {
-    const Instruction* const code = program_->code.data();
     if (call->mayLoop && IsOpenHere(call->target, place)) return nullptr;
-    if (call->tail && !call->mayLoop && !memory_) return code + call->target;
-    const auto back = static_cast<std::uint32_t>(call - code) + 1;
-    frames_.push_back({back, call->target, place, reads_});
-    return code + call->target;
+    if (call->tail && !call->mayLoop && !kRemembers) return call->to;
+    frames_.push_back({call + 1, call->target, reads_, place});
+    return call->to;
 }
 
-inline std::uint32_t Matcher::Return(Place place) {
-    const Frame frame = frames_.back();
+template <bool kRemembers>
+inline const Instruction* Matcher::Return(Place place) {
+    const Frame& frame = frames_.back();
+    const Instruction* const next = frame.next;
+    if (kRemembers) Remember(frame, place.position);
     frames_.pop_back();
-    if (memory_) Remember(frame, place.position);
-    return frame.address;
+    return next;
 }
 
-// Without a set, whatever stands there will do.
+// Without a set, whatever stands there will do. At the text's end it is the zero behind it, which
+// no lexem can begin with: at worst, what is gone into fails at once.
 inline bool Matcher::StandsAt(Place place, const CharacterSet& set) const {
-    return set.table == nullptr ||
-           (place.first != kNoPosition && set.Has(scanner_.Text()[place.first]));
+    return set.table == nullptr || set.Has(scanner_.Text().data()[place.first]);
 }
 
 inline void Matcher::Choose(const Instruction& choice, Place place) {
-    frames_.push_back(
-        {choice.target, choice.rereads ? kRereadingChoice : kPlainChoice, place, pieces_.Count()});
+    frames_.push_back({choice.to, choice.rereads ? kRereadingChoice : kPlainChoice,
+                       static_cast<std::uint32_t>(pieces_.Count()), place});
     if (choice.rereads) rereads_.push_back({pieces_.Save(), last_});
 }
 
@@ -221,7 +248,7 @@ bool Matcher::Backtrack() {
             if (memory_) Remember(frame, kNoPosition);
             continue;
         }
-        resumeAt_ = frame.address;
+        resumeAt_ = frame.next;
         resumePlace_ = frame.place;
         if (frame.callee == kRereadingChoice) {
             pieces_.CutTo(frame.count, rereads_.back().pieces);
@@ -246,7 +273,7 @@ bool Matcher::IsOpenHere(std::uint32_t callee, Place place) const {
 }
 
 void Matcher::Remember(const Frame& frame, std::size_t end) {
-    if (!program_->code[frame.address - 1].remember) return;
+    if (!frame.next[-1].remember) return;
     const std::size_t first = frame.place.first;
     if (first == start_) return;  // the search goes on behind here and never asks again
     memory_->insert_or_assign({frame.callee, first}, Remembered{end, reads_ != frame.count, last_});
@@ -262,7 +289,7 @@ bool Matcher::Recall(const Instruction& call, Place place) {
         ++reads_;
     }
     const bool matches = remembered.end != kNoPosition;
-    resumePlace_ = matches ? PlaceAt(remembered.end) : Place{kNoPosition, kNoPosition};
+    resumePlace_ = matches ? PlaceAt(remembered.end) : Place{kNoPosition, scanner_.End()};
     return true;
 }
 

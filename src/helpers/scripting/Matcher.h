@@ -19,7 +19,7 @@ namespace helpers::scripting {
 // included.
 struct LastLexem {
     std::size_t begin = 0;
-    std::uint32_t length = 0;  // no text is longer than a 32-bit length
+    std::size_t end = 0;
     std::uint32_t kind = 0;
 };
 
@@ -27,9 +27,7 @@ class Matcher {
 public:
     using Report = void (*)(int line);
 
-    Matcher(TextScanner& scanner, LastLexem& last) : scanner_(scanner), last_(last) {
-        frames_.reserve(kFewFrames);
-    }
+    explicit Matcher(TextScanner& scanner) : scanner_(scanner) { frames_.reserve(kFewFrames); }
 
     // Matches at `position` and moves it behind the match; on failure it stays. `before` pieces are
     // in the caller's list already.
@@ -42,8 +40,12 @@ public:
     // What the last match stored; after a failure, what it left appended to the caller's pieces.
     PieceRecorder& Recorded() { return pieces_; }
 
+    const LastLexem& Last() const { return last_; }
+    void SetLast(const LastLexem& last) { last_ = last; }
+
 private:
-    // Where the matcher stands: the position, and the next character that is no blank.
+    // Where the matcher stands: the position, and the next character that is no blank, or the
+    // text's end.
     struct Place {
         std::size_t position;
         std::size_t first;
@@ -53,10 +55,10 @@ private:
     // An open choice (where to go on, from where, and what was stored and read last by then) or an
     // open call (where to return to, from where, after how many lexems, and which rule).
     struct Frame {
-        std::uint32_t address;
-        std::uint32_t callee;  // or one of the two below
+        const Instruction* next;
+        std::uint32_t callee;  // or one of the two above
+        std::uint32_t count;   // pieces, or lexems read; no text is longer than 32 bits can tell
         Place place;
-        std::size_t count;  // pieces, or lexems read
     };
     // What a choice goes back to besides, when its second alternative begins with what was read
     // before it.
@@ -78,13 +80,26 @@ private:
     };
     using Memory = std::unordered_map<std::pair<std::uint32_t, std::size_t>, Remembered, KeyHash>;
 
+    // At the end of a search, however it ends.
+    struct Forgetting {
+        std::unique_ptr<Memory>& memory;
+        ~Forgetting() { memory.reset(); }
+    };
+
+    bool KeywordCanFollow(const Entry& entry, std::size_t end);
+    template <bool kRemembers>
     bool Run(std::uint32_t address, std::size_t& position);
+    template <bool kRemembers>
     bool ReadPlain(const Instruction& instruction, Place& place);
+    template <bool kRemembers>
     bool ReadMark(const Instruction& instruction, Place& place);
+    template <bool kRemembers>
     bool ReadLexem(const Instruction& instruction, Place& place);
     void Store(const Instruction& instruction, std::wstring_view lexem);
+    template <bool kRemembers>
     const Instruction* Call(const Instruction* call, Place place);
-    std::uint32_t Return(Place place);
+    template <bool kRemembers>
+    const Instruction* Return(Place place);
     bool StandsAt(Place place, const CharacterSet& set) const;
     void Choose(const Instruction& choice, Place place);
     bool Backtrack();
@@ -92,22 +107,22 @@ private:
     bool Recall(const Instruction& call, Place place);
     void Remember(const Frame& frame, std::size_t end);
     Place PlaceAt(std::size_t position) {
-        if (position > scanner_.Text().size()) return {position, kNoPosition};
+        if (position > scanner_.End()) return {position, scanner_.End()};
         return {position, scanner_.SkipBlanks(position)};
     }
 
     TextScanner& scanner_;
-    LastLexem& last_;
+    LastLexem last_;
     const Program* program_ = nullptr;
     Report report_ = nullptr;
     PieceRecorder pieces_;
     static constexpr std::size_t kFewFrames = 16;  // most texts need no more
 
     std::vector<Frame> frames_;
-    std::vector<Reread> rereads_;     // one for each choice of that sort among the frames
-    std::unique_ptr<Memory> memory_;  // only while a search remembers
-    std::size_t reads_ = 0;           // lexems read
-    std::uint32_t resumeAt_ = 0;      // where backtracking, or what is remembered, leads
+    std::vector<Reread> rereads_;            // one for each choice of that sort among the frames
+    std::unique_ptr<Memory> memory_;         // only while a search remembers
+    std::uint32_t reads_ = 0;                // lexems read, while a search remembers
+    const Instruction* resumeAt_ = nullptr;  // where backtracking, or what is remembered, leads
     Place resumePlace_{};
     std::size_t start_ = 0;  // where the match began, behind blanks
 };

@@ -2,6 +2,19 @@
 
 namespace helpers::scripting {
 
+void PieceRecorder::Append(std::wstring_view part) {
+    if (!pieces_.empty() && joins_.empty()) {
+        std::wstring_view& last = pieces_.back();
+        if (last.empty()) last = {part.data(), 0};
+        if (last.data() + last.size() == part.data()) {
+            last = {last.data(), last.size() + part.size()};
+            return;
+        }
+    }
+    if (Count() == 0) return Add(part);
+    joins_.push_back({pieces_.size(), part});
+}
+
 void PieceRecorder::MoveTo(Pieces& out) {
     out.joined_.clear();
     out.views_.swap(pieces_);

@@ -32,18 +32,7 @@ public:
 
     void Add(std::wstring_view piece) { pieces_.push_back(piece); }
     // To the last piece; to a new one where there is none.
-    void Append(std::wstring_view part) {
-        if (!pieces_.empty() && joins_.empty()) {
-            std::wstring_view& last = pieces_.back();
-            if (last.empty()) last = {part.data(), 0};
-            if (last.data() + last.size() == part.data()) {
-                last = {last.data(), last.size() + part.size()};
-                return;
-            }
-        }
-        if (Count() == 0) return Add(part);
-        joins_.push_back({pieces_.size(), part});
-    }
+    void Append(std::wstring_view part);
 
     // Forgets the pieces from `count` on. What was appended to an earlier piece meanwhile stays, as
     // it does when a list of strings is cut.
@@ -57,7 +46,8 @@ public:
 
     // For going back to the very state that was left, appended parts included.
     State Save() const {
-        return {pieces_.empty() ? std::wstring_view() : pieces_.back(), joins_.size()};
+        return {pieces_.empty() ? std::wstring_view() : pieces_.back(),
+                joins_.empty() ? 0 : joins_.size()};
     }
     void CutTo(std::size_t count, const State& state) {
         CutTo(count);

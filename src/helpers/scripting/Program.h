@@ -27,7 +27,7 @@ struct CompiledLexem {
     bool oneBeforeBlank = false;
     // Keeps its characters from the first one to before the stop, as most do.
     bool isPlain = false;
-    std::uint8_t sure = 0;  // 1 when no first character stops the lexem at once
+    bool mayStopAtOnce = true;  // some first character is a stop character too
     // The one character of the stop set, when it is one.
     wchar_t onlyStop = 0;
     // One certain character, which ends the lexem itself: the lexem is that character.
@@ -61,7 +61,10 @@ struct Instruction {
     bool remember = false;  // a call of a recursive rule: a search remembers what it came to
     bool tail = false;      // a call with nothing behind it in its rule
     bool rereads = false;   // a choice whose second alternative begins with what was read before it
-    std::uint32_t target = kNone;  // an instruction, or a line to report
+    std::uint32_t target = kNone;     // an instruction, or a line to report
+    std::uint32_t kind = 0;           // of the lexem
+    wchar_t mark = 0;                 // the lexem, when it is one certain character
+    const Instruction* to = nullptr;  // the instruction at `target`
     const CompiledLexem* lexem = nullptr;
     const std::wstring* keyword = nullptr;  // upper case; null for any lexem
     CharacterSet first;                     // what goes on here may begin with; no table: anything
@@ -71,7 +74,11 @@ struct Instruction {
 struct Entry {
     std::uint32_t address = kNone;
     CharacterSet first;
-    wchar_t onlyFirst = 0;   // the one character of `first`, when it is one
+    wchar_t onlyFirst = 0;  // the one character of `first`, when it is one
+    // When it is a lexem and then a keyword: that lexem, and the upper-case ASCII character that
+    // the keyword begins with.
+    const CompiledLexem* beforeKeyword = nullptr;
+    wchar_t keywordFirst = 0;
     bool recursive = false;  // matching it may come to a rule inside that rule
 };
 

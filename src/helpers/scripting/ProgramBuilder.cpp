@@ -40,7 +40,7 @@ ProgramBuilder::ProgramBuilder(const Grammar& grammar, std::wstring_view blanks,
         lexem.oneBeforeBlank = lexem.stop.index == program_.blanks.index;
         lexem.isPlain =
             lexem.keepFirst && !lexem.keepStop && !lexem.skipStop && !lexem.oneBeforeBlank;
-        lexem.sure = IsDisjoint(definition.start_set, lexem.stop) ? 1 : 0;
+        lexem.mayStopAtOnce = !IsDisjoint(definition.start_set, lexem.stop);
         if (definition.stop_set.size() == 1) lexem.onlyStop = definition.stop_set.front();
         lexem.mark = MarkOf(definition, lexem);
         program_.lexemOfKind[kind] = static_cast<std::uint32_t>(program_.lexems.size());
@@ -82,6 +82,8 @@ void ProgramBuilder::EmitLexem(const GrammarNode& node, const Mode& mode) {
     instruction.store = mode.store;
     instruction.append = mode.append != Append::kNo;
     instruction.lexem = &lexem;
+    instruction.kind = lexem.kind;
+    instruction.mark = lexem.mark;
     if (!node.keyword.empty()) instruction.keyword = &AddKeyword(node.keyword);
 }
 
@@ -107,11 +109,14 @@ bool ProgramBuilder::NextVariant(RuleVariant& variant) {
     return true;
 }
 
-void ProgramBuilder::FinishCalls() {
+void ProgramBuilder::Finish() {
     for (const auto& [address, variant] : calls_) {
         Instruction& call = At(address);
         call.target = variants_.at(variant);
         call.tail = At(address + 1).operation == Operation::kReturn;
+    }
+    for (Instruction& instruction : program_.code) {
+        if (instruction.target < Here()) instruction.to = &At(instruction.target);
     }
 }
 

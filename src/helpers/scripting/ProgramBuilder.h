@@ -54,8 +54,8 @@ public:
     void BeginVariant(const RuleVariant& variant);
     // A called variant that is not laid out yet; false when there is none.
     bool NextVariant(RuleVariant& variant);
-    // Once everything is laid out.
-    void FinishCalls();
+    // Once everything is laid out: says where calls and jumps lead.
+    void Finish();
 
 private:
     const std::wstring& AddKeyword(std::wstring text);

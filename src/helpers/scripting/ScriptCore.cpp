@@ -12,7 +12,7 @@ Language::Language(Grammar grammar, std::wstring blanks)
       program_(Compile(grammar_, blanks_)) {}
 
 ScriptCore::ScriptCore(std::shared_ptr<const Language> language)
-    : language_(std::move(language)), program_(&language_->Compiled()), matcher_(scanner_, last_) {
+    : language_(std::move(language)), program_(&language_->Compiled()), matcher_(scanner_) {
     scanner_.Reset(text_, *program_);
 }
 
@@ -47,7 +47,7 @@ bool ScriptCore::ReadLexem(std::uint32_t kind, LexemSpan& span) {
     const CompiledLexem* lexem = Ready().Lexem(kind);
     if (lexem == nullptr || position_ >= text_.size()) return false;
     const std::size_t first = scanner_.SkipBlanks(position_);
-    if (first == kNoPosition) return false;
+    if (first == scanner_.End()) return false;
     position_ = first;
     const LexemOutcome outcome = scanner_.Read(*lexem, first, span);
     if (outcome == LexemOutcome::kNoStop) position_ = kNoPosition;
@@ -56,7 +56,7 @@ bool ScriptCore::ReadLexem(std::uint32_t kind, LexemSpan& span) {
 
 void ScriptCore::Take(std::uint32_t kind, const LexemSpan& span) {
     position_ = span.next;
-    last_ = {span.begin, static_cast<std::uint32_t>(span.length), kind};
+    matcher_.SetLast({span.begin, span.begin + span.length, kind});
     lexemRead_ = true;
 }
 

@@ -57,9 +57,10 @@ public:
     bool get_lexem(std::uint32_t kind, std::wstring_view& text);
 
     // The last lexem that was read, by failed matches too.
-    std::uint32_t LastLexemKind() const { return last_.kind; }
+    std::uint32_t LastLexemKind() const { return matcher_.Last().kind; }
     std::wstring_view LastLexemText() const {
-        return std::wstring_view(text_).substr(last_.begin, last_.length);
+        const LastLexem& last = matcher_.Last();
+        return std::wstring_view(text_).substr(last.begin, last.end - last.begin);
     }
     // Set by every lexem that is read, and from the start.
     bool LexemRead() const { return lexemRead_; }
@@ -92,7 +93,6 @@ private:
     std::wstring text_;
     bool hasText_ = false;
     std::size_t position_ = 0;
-    LastLexem last_;
     bool lexemRead_ = true;
     std::shared_ptr<const Language> language_;
     const Program* program_;        // the language's

@@ -12,9 +12,14 @@ TextScanner::Runs& TextScanner::RunsOf(const CharacterSet& set) {
 std::size_t TextScanner::SkipSome(std::size_t from) {
     for (std::size_t at = from; at < size_; ++at) {
         if (!blanks_.Has(text_[at])) return at;
-        if (at == from + kShort) return FindBeyond(*notBlanks_, from, at);
+        if (at == from + kShort) return std::min(FindBeyond(*notBlanks_, from, at), size_);
     }
-    return kNoPosition;
+    return size_;
+}
+
+std::size_t TextScanner::FindEndFrom(const CompiledLexem& lexem, std::size_t first) {
+    const std::size_t stop = Find(lexem.stop, first);
+    return stop == first ? first + 1 : stop;  // a lexem is never empty
 }
 
 LexemOutcome TextScanner::Read(const CompiledLexem& lexem, std::size_t first, LexemSpan& span) {
@@ -66,21 +71,39 @@ std::size_t TextScanner::FindFar(const CharacterSet& set, std::size_t from, std:
     return end;
 }
 
+std::size_t TextScanner::FindOnlyBeyond(const CompiledLexem& lexem, std::size_t from) {
+    const std::size_t known = std::min(from + kNearby, size_);
+    const std::size_t found = Text().substr(0, known).find(lexem.onlyStop, from);
+    return found != kNoPosition ? found : FindBeyond(lexem.stop, from, known);
+}
+
 // All of them are found at once: whoever looks for one of several entries that begin alike asks for
-// them again and again.
+// them again and again, mostly for one after the other.
 std::size_t TextScanner::FindOnlyFirst(wchar_t character, std::size_t from) {
-    if (onlyFirstOf_ != character) {
-        onlyFirst_.clear();
-        onlyFirst_.reserve(kFewCandidates);
-        onlyFirstOf_ = character;
-        const std::wstring_view text = Text();
-        for (std::size_t at = text.find(character); at != text.npos;
-             at = text.find(character, at + 1)) {
-            onlyFirst_.push_back(at);
-        }
+    if (onlyFirstOf_ != character) ListOnlyFirst(character);
+    const std::size_t count = onlyFirst_.size();
+    std::size_t next = nextOnlyFirst_;
+    const bool isNext =
+        (next == 0 || onlyFirst_[next - 1] < from) && (next == count || onlyFirst_[next] >= from);
+    if (!isNext) {
+        next = static_cast<std::size_t>(
+            std::lower_bound(onlyFirst_.begin(), onlyFirst_.end(), from) - onlyFirst_.begin());
     }
-    const auto next = std::lower_bound(onlyFirst_.begin(), onlyFirst_.end(), from);
-    return next == onlyFirst_.end() ? kNoPosition : *next;
+    if (next == count) return kNoPosition;
+    nextOnlyFirst_ = next + 1;
+    return onlyFirst_[next];
+}
+
+void TextScanner::ListOnlyFirst(wchar_t character) {
+    onlyFirst_.clear();
+    onlyFirst_.reserve(kFewCandidates);
+    onlyFirstOf_ = character;
+    nextOnlyFirst_ = 0;
+    const std::wstring_view text = Text();
+    for (std::size_t at = text.find(character); at != text.npos;
+         at = text.find(character, at + 1)) {
+        onlyFirst_.push_back(at);
+    }
 }
 
 std::size_t TextScanner::FindCandidate(const Entry& entry, std::size_t from) {

@@ -36,15 +36,18 @@ public:
         setCount_ = program.sets.Count();
         onlyFirst_.clear();
         onlyFirstOf_ = 0;
+        nextOnlyFirst_ = 0;
         runs_.clear();
     }
 
     std::wstring_view Text() const { return {text_, size_}; }
+    // Where a zero stands, behind the text.
+    std::size_t End() const { return size_; }
 
-    // The first character from `from` on that is no blank; kNoPosition for none. For `from` up to
-    // the text's end, where a zero stands.
+    // The first character from `from` on that is no blank; the text's end for none. For `from` up
+    // to the text's end, where a zero stands.
     std::size_t SkipBlanks(std::size_t from) {
-        // Most characters are larger than any blank.
+        // Most characters are larger than any blank, and most blanks stand alone.
         if (CodeOf(text_[from]) > largestBlank_) return from;
         if (from < size_ && CodeOf(text_[from + 1]) > largestBlank_ && blanks_.Has(text_[from])) {
             return from + 1;
@@ -54,29 +57,28 @@ public:
 
     // The first character of the set from `from` on; kNoPosition for none.
     std::size_t Find(const CharacterSet& set, std::size_t from) {
-        const wchar_t* at = text_ + from;
-        const wchar_t* const limit = text_ + std::min(size_, from + kShort);
-        for (; at + 4 <= limit; at += 4) {
-            if (set.Has(at[0])) return PositionOf(at);
-            if (set.Has(at[1])) return PositionOf(at + 1);
-            if (set.Has(at[2])) return PositionOf(at + 2);
-            if (set.Has(at[3])) return PositionOf(at + 3);
+        std::size_t at = from;
+        if (from + kShort <= size_) {
+            for (; at != from + kShort; at += 4) {
+                if (set.Has(text_[at])) return at;
+                if (set.Has(text_[at + 1])) return at + 1;
+                if (set.Has(text_[at + 2])) return at + 2;
+                if (set.Has(text_[at + 3])) return at + 3;
+            }
         }
-        return FindBeyond(set, from, PositionOf(at));
+        return FindBeyond(set, from, at);
     }
 
     // The first character from `from` on that the entry's matches may begin with; kNoPosition for
     // none.
     std::size_t FindCandidate(const Entry& entry, std::size_t from);
 
-    // Where a lexem ends that begins with the character at `first`, which is inside the text; for
-    // plain lexems. kNoPosition when it does not begin so, or never ends.
+    // Where a lexem ends that begins with the character at `first`; for plain lexems. kNoPosition
+    // when it does not begin so, or never ends.
     std::size_t FindEnd(const CompiledLexem& lexem, std::size_t first) {
         if (!lexem.start.Has(text_[first])) return kNoPosition;
-        const std::size_t from = first + lexem.sure;
-        const std::size_t stop =
-            lexem.onlyStop != 0 ? FindOnly(lexem, from) : Find(lexem.stop, from);
-        return stop == first ? first + 1 : stop;  // a lexem is never empty
+        if (lexem.mayStopAtOnce) return FindEndFrom(lexem, first);
+        return lexem.onlyStop != 0 ? FindOnly(lexem, first + 1) : Find(lexem.stop, first + 1);
     }
     // Reads any lexem that begins there.
     LexemOutcome Read(const CompiledLexem& lexem, std::size_t first, LexemSpan& span);
@@ -98,14 +100,18 @@ private:
 
     static std::uint32_t CodeOf(wchar_t character) { return static_cast<std::uint32_t>(character); }
     std::size_t SkipSome(std::size_t from);
-    std::size_t PositionOf(const wchar_t* at) const { return static_cast<std::size_t>(at - text_); }
     std::size_t FindOnly(const CompiledLexem& lexem, std::size_t from) {
-        const std::size_t known = std::min(from + kNearby, size_);
-        const std::size_t found = Text().substr(0, known).find(lexem.onlyStop, from);
-        return found != kNoPosition ? found : FindBeyond(lexem.stop, from, known);
+        const std::size_t limit = std::min(from + kShort, size_);
+        for (std::size_t at = from; at < limit; ++at) {
+            if (text_[at] == lexem.onlyStop) return at;
+        }
+        return FindOnlyBeyond(lexem, from);
     }
+    std::size_t FindOnlyBeyond(const CompiledLexem& lexem, std::size_t from);
+    std::size_t FindEndFrom(const CompiledLexem& lexem, std::size_t first);
     std::size_t FindBeyond(const CharacterSet& set, std::size_t from, std::size_t known);
     std::size_t FindOnlyFirst(wchar_t character, std::size_t from);
+    void ListOnlyFirst(wchar_t character);
     std::size_t FindFar(const CharacterSet& set, std::size_t from, std::size_t known);
     Runs& RunsOf(const CharacterSet& set);
 
@@ -117,6 +123,7 @@ private:
     std::size_t setCount_ = 0;
     std::vector<std::size_t> onlyFirst_;  // where that character of the last such entry stands
     wchar_t onlyFirstOf_ = 0;
+    std::size_t nextOnlyFirst_ = 0;  // behind the one that was found last
     std::vector<Runs> runs_;  // by the set's index; empty until there is something to remember
 };
 
