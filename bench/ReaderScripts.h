@@ -121,6 +121,33 @@ entries = [
 )";
 }
 
+// The text with its capitalised words, which are the names that its author chose, made longer by up
+// to six letters. The same word becomes the same one wherever it stands in texts of one variant.
+inline std::string Renamed(std::string_view text, unsigned variant) {
+    const auto isLetter = [](char c) { return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z'); };
+    const auto isSmall = [](char c) { return c >= 'a' && c <= 'z'; };
+    std::string renamed;
+    for (std::size_t at = 0; at < text.size();) {
+        std::size_t end = at;
+        while (end < text.size() && isLetter(text[end])) ++end;
+        if (end == at) {
+            renamed += text[at++];
+            continue;
+        }
+        const std::string_view word = text.substr(at, end - at);
+        renamed += word;
+        at = end;
+        if (word.size() < 3 || isSmall(word[0]) || !isSmall(word[1])) continue;
+        std::uint32_t hash = variant * 0x9E3779B1U;
+        for (char c : word) hash = (hash ^ static_cast<std::uint8_t>(c)) * 0x01000193U;
+        hash ^= hash >> 15;
+        for (std::uint32_t more = hash % 7; more > 0; --more) {
+            renamed += static_cast<char>('a' + (hash >> more) % 26);
+        }
+    }
+    return renamed;
+}
+
 struct Family {
     std::string name;
     std::function<std::string(std::size_t bytes)> make;
