@@ -33,7 +33,8 @@ public:
 
 }  // namespace tarnex
 
-// Hands out the process's manager. eSuccess, too, in a process that loaded the library while another
-// process had it loaded: `out` then stays as it was and the log says eTarnexLockedByOtherProcess.
-// eGenericError when memory runs out: `out` is unchanged and a later call tries again.
+// Hands out the process's manager. eSuccess, too, in a process that loaded the library while
+// another process had it loaded: `out` then stays as it was and the log says
+// eTarnexLockedByOtherProcess. eGenericError when memory runs out: `out` is unchanged and a later
+// call tries again.
 extern "C" TARNEX_EXPORT tarnex::_eError GetTarnex(std::shared_ptr<tarnex::ITarnex>& out);
