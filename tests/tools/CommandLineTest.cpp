@@ -6,6 +6,7 @@
 #include "Tool.h"
 #include "frame/CommandTable.h"
 #include "frame/Completion.h"
+#include "platform/LibrarySearch.h"
 
 namespace {
 
@@ -103,6 +104,19 @@ TEST(CommandLine, ManualHoldsEveryCommandAndExitCode) {
         EXPECT_THAT(run.out, HasSubstr(".SS " + command->name));
     }
     for (const char* code : {"\\fB0\\fR", "\\fB6\\fR"}) EXPECT_THAT(run.out, HasSubstr(code));
+}
+
+bool HasTerminals() {
+    return std::string(platform::LibraryExtension()) != ".dll";
+}
+
+TEST(CommandLine, TerminalShowsWhatTakesLongAndClearsItAway) {
+    if (!HasTerminals()) GTEST_SKIP() << "no terminal can be made here";
+    const std::string line = "probe --color never --timeout 3 '" + ToolPlugin("NeverReturns") + "'";
+    const std::string shown = RunOnTerminal(line);
+    EXPECT_THAT(shown, HasSubstr("\r\x1B[KProbing library 1 of 1 (1 s)"));
+    EXPECT_THAT(shown, HasSubstr("\r\x1B[KNeverReturns.plugin: has errors"));
+    EXPECT_THAT(RunOnTerminal("explain C304"), Not(HasSubstr("Working")));
 }
 
 }  // namespace

@@ -19,13 +19,14 @@ fs::path ProgramFolder() {
     return ToPath(tarnexctl::ToUtf8(platform::ExecutablePath())).parent_path();
 }
 
-ToolRun RunTool(const std::vector<std::string>& arguments,
-                const std::vector<std::pair<std::string, std::string>>& environment) {
-    platform::ChildRequest request;
+namespace {
+
+std::string Program() {
     const bool windows = std::string(platform::LibraryExtension()) == ".dll";
-    request.program = FromPath(ProgramFolder() / (windows ? "tarnexctl.exe" : "tarnexctl"));
-    request.arguments = arguments;
-    request.environment = environment;
+    return FromPath(ProgramFolder() / (windows ? "tarnexctl.exe" : "tarnexctl"));
+}
+
+ToolRun Run(const platform::ChildRequest& request) {
     platform::ChildResult result = platform::RunChild(request);
     ToolRun run;
     run.ended = result.end == platform::ChildEnd::kExited;
@@ -36,6 +37,30 @@ ToolRun RunTool(const std::vector<std::string>& arguments,
     EXPECT_TRUE(tarnexctl::IsValidUtf8(run.out)) << run.out;
     EXPECT_TRUE(tarnexctl::IsValidUtf8(run.err)) << run.err;
     return run;
+}
+
+}  // namespace
+
+ToolRun RunTool(const std::vector<std::string>& arguments,
+                const std::vector<std::pair<std::string, std::string>>& environment) {
+    platform::ChildRequest request;
+    request.program = Program();
+    request.arguments = arguments;
+    request.environment = environment;
+    return Run(request);
+}
+
+ToolRun RunShell(const std::string& command, const std::string& shell) {
+    platform::ChildRequest request;
+    request.program = shell;
+    request.arguments = {"-c", command, "sh", Program()};
+    return Run(request);
+}
+
+std::string RunOnTerminal(const std::string& arguments, const std::string& environment) {
+    return RunShell("TERM=xterm " + environment + " script -qec \"'$1' " + arguments +
+                    "\" /dev/null")
+        .out;
 }
 
 Json RunForJson(std::vector<std::string> arguments, int expectedCode,

@@ -25,6 +25,13 @@ struct ToolRun {
 ToolRun RunTool(const std::vector<std::string>& arguments,
                 const std::vector<std::pair<std::string, std::string>>& environment = {});
 
+// Runs a command of the system's shell, which finds the program's path in $1. Only where there is
+// such a shell.
+ToolRun RunShell(const std::string& command, const std::string& shell = "/bin/sh");
+
+// What a terminal of its own would have shown of the program: standard output and error in one.
+std::string RunOnTerminal(const std::string& arguments, const std::string& environment = "");
+
 // Adds --json, and expects exactly one document on standard output, whose "exit" is the exit code.
 Json RunForJson(std::vector<std::string> arguments, int expectedCode,
                 const std::vector<std::pair<std::string, std::string>>& environment = {});

@@ -7,8 +7,6 @@
 namespace tarnexctl {
 namespace {
 
-using namespace std::chrono_literals;
-
 bool WantsColour(ColourMode mode, platform::Stream stream) {
     if (mode != ColourMode::kAuto) return mode == ColourMode::kAlways;
     return platform::EnvironmentVariable("NO_COLOR").empty() &&
@@ -20,48 +18,37 @@ bool WantsColour(ColourMode mode, platform::Stream stream) {
 Session::Session(std::string command, bool json, ColourMode colour)
     : command_(std::move(command)),
       json_(json),
-      out_(platform::Stream::kOutput),
-      err_(platform::Stream::kError) {
+      out_(platform::Stream::kOutput, line_),
+      err_(platform::Stream::kError, line_) {
     out_.SetColour(WantsColour(colour, platform::Stream::kOutput));
     err_.SetColour(WantsColour(colour, platform::Stream::kError));
     if (json_) out_.Mute();
+    line_.Show("Working");
 }
 
 void Session::Warn(std::string_view message) {
-    ClearProgress();
     out_.Flush();
     err_ << "tarnexctl: " << err_.Paint(Style::kWarning, "warning: ") << message << "\n";
     err_.Flush();
 }
 
-void Session::Progress(std::string_view what, std::uint64_t done, std::uint64_t total) {
-    const auto now = std::chrono::steady_clock::now();
-    if (now - start_ < 1s || (progressShown_ && now - shown_ < 100ms)) return;
-    if (!platform::IsTerminal(platform::Stream::kError)) return;
-    out_.Flush();
-    err_ << "\r\x1B[K" << Printable(what) << " " << std::to_string(done);
-    if (total != 0) err_ << " of " << std::to_string(total);
-    err_.Flush();
-    progressShown_ = true;
-    shown_ = now;
+void Session::Progress(std::string_view what) {
+    line_.Show(std::string(what));
 }
 
-void Session::ClearProgress() {
-    if (!progressShown_) return;
-    err_ << "\r\x1B[K";
-    err_.Flush();
-    progressShown_ = false;
+void Session::Progress(std::string_view what, std::uint64_t done, std::uint64_t total) {
+    std::string text = std::string(what) + " " + std::to_string(done);
+    if (total != 0) text += " of " + std::to_string(total);
+    line_.Show(std::move(text));
 }
 
 ExitCode Session::Finish(ExitCode code) {
-    ClearProgress();
     out_.Flush();
     err_.Flush();
     return WriteDocument(code);
 }
 
 ExitCode Session::Finish(const Failure& failure) {
-    ClearProgress();
     out_.Flush();
     err_ << "tarnexctl: " << err_.Paint(Style::kError, "error: ") << failure.what() << "\n";
     if (!failure.Hint().empty()) {
@@ -85,6 +72,7 @@ ExitCode Session::WriteDocument(ExitCode code) {
         document.update(document_);
         const std::string text =
             document.dump(2, ' ', false, nlohmann::detail::error_handler_t::replace) + "\n";
+        const auto paused = line_.Pause();
         written = platform::WriteStream(platform::Stream::kOutput, text);
     }
     if (written) return code;

@@ -6,13 +6,13 @@
 // without asking, since Out() is silent when JSON was asked for, and the document is printed only
 // then, once, when the command has ended.
 
-#include <chrono>
 #include <cstdint>
 #include <string>
 #include <string_view>
 
 #include "frame/ExitCode.h"
 #include "frame/Json.h"
+#include "frame/ProgressLine.h"
 #include "frame/Writer.h"
 
 namespace tarnexctl {
@@ -32,9 +32,13 @@ public:
     // A line to standard error that is not a result.
     void Warn(std::string_view message);
 
-    // Shows one line on a terminal when the work takes longer than a second; call it as often as
+    // What a terminal shows as being done once the command has taken a second; call it as often as
     // convenient. `total` 0 when it is not known.
+    void Progress(std::string_view what);
     void Progress(std::string_view what, std::uint64_t done, std::uint64_t total);
+
+    // From here on the command only waits for others: nothing is shown.
+    void EndProgress() { line_.Hide(); }
 
     // Ends the session: the failure's message, if any, and the document. Returns the code to exit
     // with, which is another one when the output could not be written.
@@ -42,17 +46,14 @@ public:
     ExitCode Finish(const Failure& failure);
 
 private:
-    void ClearProgress();
     ExitCode WriteDocument(ExitCode code);
 
     std::string command_;
     bool json_;
+    ProgressLine line_;  // the writers use it
     Writer out_;
     Writer err_;
     Json document_ = Json::object();
-    std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
-    std::chrono::steady_clock::time_point shown_ = start_;
-    bool progressShown_ = false;
 };
 
 }  // namespace tarnexctl

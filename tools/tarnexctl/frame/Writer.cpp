@@ -56,6 +56,7 @@ void Writer::Flush() {
         }
         if (byte < 0x80) break;
     }
+    const auto paused = line_.Pause();
     if (!platform::WriteStream(stream_, ValidUtf8(std::string_view(pending_).substr(0, end)))) {
         failed_ = true;
     }

@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 
+#include "frame/ProgressLine.h"
 #include "platform/Console.h"
 
 namespace tarnexctl {
@@ -13,7 +14,8 @@ enum class Style { kPlain, kBold, kDim, kError, kWarning, kNote, kGood };
 
 class Writer {
 public:
-    explicit Writer(platform::Stream stream) : stream_(stream) {}
+    // The line makes way for whatever is written.
+    Writer(platform::Stream stream, ProgressLine& line) : stream_(stream), line_(line) {}
     ~Writer() { Flush(); }
     Writer(const Writer&) = delete;
     Writer& operator=(const Writer&) = delete;
@@ -36,6 +38,7 @@ public:
 
 private:
     platform::Stream stream_;
+    ProgressLine& line_;
     std::string pending_;
     bool colour_ = false;
     bool muted_ = false;
