@@ -106,8 +106,26 @@ TEST(CommandLine, ManualHoldsEveryCommandAndExitCode) {
     for (const char* code : {"\\fB0\\fR", "\\fB6\\fR"}) EXPECT_THAT(run.out, HasSubstr(code));
 }
 
+TEST(CommandLine, ColoursObeyTheirOptionWhereTheLineCannotBeReadToo) {
+    const char kEscape[] = "\x1B[";
+    EXPECT_THAT(RunTool({"lsit", "--color", "always"}).err, HasSubstr(kEscape));
+    EXPECT_THAT(RunTool({"--color=always", "log"}).err, HasSubstr(kEscape));
+    EXPECT_THAT(RunTool({"log", "--help", "--color", "always"}).out, HasSubstr(kEscape));
+    EXPECT_EQ(RunForJson({"log"}, 2)["command"], "log");
+}
+
 bool HasTerminals() {
     return std::string(platform::LibraryExtension()) != ".dll";
+}
+
+TEST(CommandLine, TerminalShowsColoursUnlessToldOtherwise) {
+    if (!HasTerminals()) GTEST_SKIP() << "no terminal can be made here";
+    const char kEscape[] = "\x1B[";
+    EXPECT_THAT(RunOnTerminal("lsit"), HasSubstr("\x1B[1;31merror"));
+    EXPECT_THAT(RunOnTerminal("lsit --color never"), Not(HasSubstr(kEscape)));
+    EXPECT_THAT(RunOnTerminal("--help"), HasSubstr(kEscape));
+    EXPECT_THAT(RunOnTerminal("--help", "NO_COLOR=1"), Not(HasSubstr(kEscape)));
+    EXPECT_THAT(RunOnTerminal("--help --color always", "NO_COLOR=1"), HasSubstr(kEscape));
 }
 
 TEST(CommandLine, TerminalShowsWhatTakesLongAndClearsItAway) {

@@ -96,22 +96,34 @@ bool Mentions(const std::vector<std::string>& arguments, const std::string& name
     return false;
 }
 
-// Help is given even when the rest of the line is not complete.
-CommandLine HelpRequest(const std::vector<std::string>& arguments) {
+}  // namespace
+
+CommandLine ReadCommonOptions(const std::vector<std::string>& arguments) {
+    const std::string colour = "--color";
     CommandLine line;
-    line.arguments.SetSwitch("--help");
-    if (Mentions(arguments, "--json", "--json")) line.arguments.SetSwitch("--json");
-    for (const std::string& argument : arguments) {
-        if ((line.command = FindCommand(argument)) != nullptr) break;
+    for (std::size_t i = 0; i < arguments.size() && arguments[i] != "--"; ++i) {
+        const std::string& argument = arguments[i];
+        if (argument == "--json") {
+            line.arguments.SetSwitch(argument);
+        } else if (argument.starts_with(colour + "=")) {
+            line.arguments.Add(colour, argument.substr(colour.size() + 1));
+        } else if (argument == colour && i + 1 < arguments.size()) {
+            line.arguments.Add(colour, arguments[++i]);
+        } else if (line.command == nullptr) {
+            line.command = FindCommand(argument);
+        }
     }
     return line;
 }
 
-}  // namespace
-
 CommandLine ReadCommandLine(const std::vector<std::string>& arguments) {
     RejectUnknownCommand(arguments);
-    if (Mentions(arguments, "--help", "-h")) return HelpRequest(arguments);
+    // Help is given even when the rest of the line is not complete.
+    if (Mentions(arguments, "--help", "-h")) {
+        CommandLine line = ReadCommonOptions(arguments);
+        line.arguments.SetSwitch("--help");
+        return line;
+    }
 
     CLI::App app(kProgramSummary, kProgramName);
     app.set_help_flag();

@@ -17,4 +17,8 @@ struct CommandLine {
 // Failure for anything that the table does not allow.
 CommandLine ReadCommandLine(const std::vector<std::string>& arguments);
 
+// As far as it can be told of a line that cannot be read as a whole: the command, and what decides
+// on the form of the output.
+CommandLine ReadCommonOptions(const std::vector<std::string>& arguments);
+
 }  // namespace tarnexctl

@@ -1,6 +1,5 @@
 #include "frame/Run.h"
 
-#include <algorithm>
 #include <exception>
 
 #include "frame/CommandLine.h"
@@ -11,12 +10,6 @@
 
 namespace tarnexctl {
 namespace {
-
-// What can be told of a line that could not be read as a whole.
-bool AsksForJson(const std::vector<std::string>& arguments) {
-    const auto end = std::find(arguments.begin(), arguments.end(), "--");
-    return std::find(arguments.begin(), end, "--json") != end;
-}
 
 ColourMode WantedColour(const Arguments& arguments) {
     const std::string mode = arguments.ValueOr("--color", "auto");
@@ -72,7 +65,10 @@ int Run(const std::vector<std::string>& arguments) {
     try {
         return RunCommand(ReadCommandLine(arguments));
     } catch (const Failure& failure) {
-        Session session("", AsksForJson(arguments), ColourMode::kAuto);
+        const CommandLine line = ReadCommonOptions(arguments);
+        const Arguments& options = line.arguments;
+        Session session(line.command == nullptr ? "" : line.command->name, options.Has("--json"),
+                        WantedColour(options));
         return static_cast<int>(session.Finish(failure));
     } catch (...) {
         return static_cast<int>(ExitCode::kInternal);
