@@ -137,4 +137,28 @@ TEST(CommandLine, TerminalShowsWhatTakesLongAndClearsItAway) {
     EXPECT_THAT(RunOnTerminal("explain C304"), Not(HasSubstr("Working")));
 }
 
+// What bash would offer for the last of the words.
+std::string Offered(const std::string& words) {
+    const ToolRun run = RunShell(
+        "source <(\"$1\" completion bash); cd \"$(dirname \"$1\")\"; COMP_WORDS=(tarnexctl " +
+            words +
+            "); COMP_CWORD=$((${#COMP_WORDS[@]} - 1)); _tarnexctl; echo \"${COMPREPLY[@]}\"",
+        "/bin/bash");
+    EXPECT_EQ(run.err, "");
+    return run.out;
+}
+
+TEST(CommandLine, BashCompletesEveryArgumentInItsTurn) {
+    if (!HasTerminals()) GTEST_SKIP() << "no bash here";
+    EXPECT_EQ(Offered("gra"), "graph\n");
+    EXPECT_EQ(Offered("archive ve"), "verify\n");
+    EXPECT_THAT(Offered("archive verify plug"), HasSubstr("plugins"));
+    EXPECT_THAT(Offered("archive -o out extract plug"), HasSubstr("plugins"));
+    EXPECT_EQ(Offered("info 0 plug"), "plugins\n");
+    EXPECT_EQ(Offered("check plugins --form"), "--format\n");
+    EXPECT_EQ(Offered("check --format sh"), "short\n");
+    EXPECT_THAT(Offered("check plugins plug"), HasSubstr("plugins"));
+    EXPECT_EQ(Offered("dump plugins plug"), "\n");
+}
+
 }  // namespace

@@ -33,6 +33,22 @@ std::string Offer(ValueKind kind, const std::vector<std::string>& choices) {
     }
 }
 
+// Offers each argument in its turn; the last one again and again when it may be repeated.
+std::string ArgumentCases(const CommandSpec& command, const std::vector<OptionSpec>& options) {
+    std::string valued;
+    for (const OptionSpec& option : options) {
+        if (!option.value.empty()) valued += option.shortName + " " + option.name + " ";
+    }
+    std::string script = "        else\n            _tarnexctl_count \"" + valued +
+                         "\"\n            case $count in\n";
+    for (std::size_t i = 0; i < command.arguments.size(); ++i) {
+        const ArgumentSpec& argument = command.arguments[i];
+        script += "            " + (argument.repeats ? "*" : std::to_string(i)) + ") " +
+                  Offer(argument.kind, argument.choices) + " ;;\n";
+    }
+    return script + "            esac\n";
+}
+
 std::string CommandCase(const CommandSpec& command) {
     std::vector<OptionSpec> options = command.options;
     options.insert(options.end(), CommonOptions().begin(), CommonOptions().end());
@@ -45,10 +61,7 @@ std::string CommandCase(const CommandSpec& command) {
     }
     script += "        esac\n        if [[ $cur == -* ]]; then _tarnexctl_words \"" +
               Joined(NamesOf(options), " ") + "\"\n";
-    if (!command.arguments.empty()) {
-        const ArgumentSpec& argument = command.arguments.front();
-        script += "        else " + Offer(argument.kind, argument.choices) + "\n";
-    }
+    if (!command.arguments.empty()) script += ArgumentCases(command, options);
     return script + "        fi ;;\n";
 }
 
@@ -65,10 +78,23 @@ std::string BashCompletion() {
         "    mapfile -t COMPREPLY < <(compgen \"$1\" -- \"$cur\")\n"
         "    compopt -o filenames 2>/dev/null\n"
         "}\n"
+        "# How many arguments of the command stand before the cursor; $1 are options with a "
+        "value.\n"
+        "_tarnexctl_count() {\n"
+        "    local i word\n"
+        "    count=0\n"
+        "    for ((i = first; i < COMP_CWORD; ++i)); do\n"
+        "        word=${COMP_WORDS[i]}\n"
+        "        if [[ \" $1 \" == *\" $word \"* ]]; then ((++i))\n"
+        "        elif [[ $word != -* ]]; then ((++count)); fi\n"
+        "    done\n"
+        "}\n"
         "_tarnexctl() {\n"
-        "    local cur=${COMP_WORDS[COMP_CWORD]} prev=${COMP_WORDS[COMP_CWORD-1]} command= word\n"
+        "    local cur=${COMP_WORDS[COMP_CWORD]} prev=${COMP_WORDS[COMP_CWORD-1]}\n"
+        "    local command= word first count\n"
         "    COMPREPLY=()\n"
-        "    for word in \"${COMP_WORDS[@]:1:COMP_CWORD-1}\"; do\n"
+        "    for ((first = 1; first < COMP_CWORD; )); do\n"
+        "        word=${COMP_WORDS[first++]}\n"
         "        case $word in " +
         Joined(commands, "|") +
         ") command=$word; break ;; esac\n"

@@ -13,13 +13,17 @@ std::string Quoted(const std::string& text) {
     return quoted + "'";
 }
 
+std::string Joined(const std::vector<std::string>& words) {
+    std::string joined;
+    for (const std::string& word : words) joined += (joined.empty() ? "" : " ") + word;
+    return joined;
+}
+
 // The values that may follow: files by default, else a list or nothing.
 std::string Values(ValueKind kind, const std::vector<std::string>& choices) {
     if (kind == ValueKind::kFile) return " -F";
     if (kind == ValueKind::kFolder) return " -f -a '(__fish_complete_directories)'";
-    std::string list;
-    for (const std::string& choice : choices) list += (list.empty() ? "" : " ") + choice;
-    return list.empty() ? " -f" : " -f -a " + Quoted(list);
+    return choices.empty() ? " -f" : " -f -a " + Quoted(Joined(choices));
 }
 
 void AddOption(const std::string& condition, const OptionSpec& option, std::string& script) {
@@ -27,6 +31,32 @@ void AddOption(const std::string& condition, const OptionSpec& option, std::stri
     if (!option.shortName.empty()) script += " -s " + option.shortName.substr(1);
     if (!option.value.empty()) script += " -r" + Values(option.kind, option.choices);
     script += " -d " + Quoted(option.help) + "\n";
+}
+
+std::string Condition(const std::string& words) {
+    return " -n '" + words + "'";
+}
+
+// What stands behind the command: words of the first argument until one of them is there, and paths
+// where any argument is one.
+void AddArguments(const CommandSpec& command, std::string& script) {
+    const std::string seen = "__fish_seen_subcommand_from ";
+    std::string condition = seen + command.name;
+    const ArgumentSpec* path = nullptr;
+    for (const ArgumentSpec& argument : command.arguments) {
+        if (argument.kind == ValueKind::kFile || argument.kind == ValueKind::kFolder) {
+            path = &argument;
+        }
+    }
+    if (!command.arguments.empty() && !command.arguments.front().choices.empty()) {
+        const std::vector<std::string>& choices = command.arguments.front().choices;
+        const std::string anyChoice = seen + Joined(choices);
+        script += "complete -c tarnexctl" + Condition(condition + "; and not " + anyChoice) +
+                  Values(ValueKind::kChoice, choices) + "\n";
+        condition += "; and " + anyChoice;
+    }
+    script += "complete -c tarnexctl" + Condition(condition) +
+              (path == nullptr ? " -f" : Values(path->kind, {})) + "\n";
 }
 
 }  // namespace
@@ -40,15 +70,9 @@ std::string FishCompletion() {
                   Quoted(command->summary) + "\n";
     }
     for (const CommandSpec* command : OfferedCommands()) {
-        const std::string condition = " -n '__fish_seen_subcommand_from " + command->name + "'";
+        const std::string condition = Condition("__fish_seen_subcommand_from " + command->name);
         for (const OptionSpec& option : command->options) AddOption(condition, option, script);
-        if (command->arguments.empty()) {
-            script += "complete -c tarnexctl" + condition + " -f\n";
-        } else {
-            const ArgumentSpec& argument = command->arguments.front();
-            script += "complete -c tarnexctl" + condition +
-                      Values(argument.kind, argument.choices) + "\n";
-        }
+        AddArguments(*command, script);
     }
     return script;
 }

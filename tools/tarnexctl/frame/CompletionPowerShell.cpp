@@ -37,8 +37,11 @@ std::string PowerShellCompletion() {
             for (const OptionSpec& option : options) {
                 names.push_back(option.name);
                 if (option.choices.empty()) continue;
-                choices += "        " + Quoted(command->name + " " + option.name) + " = " +
-                           List(option.choices) + "\n";
+                for (const std::string& name : {option.name, option.shortName}) {
+                    if (name.empty()) continue;
+                    choices += "        " + Quoted(command->name + " " + name) + " = " +
+                               List(option.choices) + "\n";
+                }
             }
         }
         if (!command->arguments.empty() && !command->arguments.front().choices.empty()) {
@@ -57,7 +60,10 @@ std::string PowerShellCompletion() {
            "    elseif ($choices.ContainsKey(\"$command $($words[-1])\")) {"
            " $offered = $choices[\"$command $($words[-1])\"] }\n"
            "    elseif ($wordToComplete -like '-*') { $offered = $options[$command] }\n"
-           "    else { $offered = @($choices[$command]) }\n"
+           "    else {\n"
+           "        $offered = @($choices[$command])\n"
+           "        if ($words | Where-Object { $_ -in $offered }) { $offered = @() }\n"
+           "    }\n"
            "    $offered | Where-Object { $_ -and $_ -like \"$wordToComplete*\" } |"
            " ForEach-Object {\n"
            "        $what = if ($commands.Contains($_)) { $commands[$_] } else { $_ }\n"
