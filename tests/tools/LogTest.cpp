@@ -1,11 +1,21 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <atomic>
+#include <filesystem>
+#include <fstream>
+#include <system_error>
+#include <thread>
+
 #include "Tool.h"
+#include "frame/Text.h"
+#include "platform/LibrarySearch.h"
+#include "platform/Thread.h"
 
 namespace {
 
 using namespace tooltest;
+using testing::EndsWith;
 using testing::HasSubstr;
 using testing::Not;
 
@@ -56,6 +66,10 @@ TEST(LogCommand, MissingFileFolderEmptyAndBinaryFileHaveTheirOwnExitCodes) {
     EXPECT_EQ(RunTool({"log", tooltest::ProgramFolder().string()}).code, 4);
     EXPECT_EQ(RunTool({"log", scratch.Write("empty.log", "")}).code, 0);
     EXPECT_EQ(RunTool({"log", scratch.Write("zeros.log", std::string(4096, '\0'))}).code, 4);
+    const std::string picture("\x89PNG\r\n\x1A\n\0\0\0\rIHDR", 16);  // zeros on a later line alone
+    EXPECT_EQ(RunTool({"log", scratch.Write("picture.log", picture)}).code, 4);
+    // What a crash of the machine leaves behind the lines is no reason to show none.
+    EXPECT_EQ(RunTool({"log", scratch.Write("cut.log", kLog + std::string(64, '\0'))}).code, 1);
 }
 
 TEST(LogCommand, BytesThatAreNoTextComeOutAsValidUtf8) {
@@ -82,6 +96,43 @@ TEST(LogCommand, FollowEndsAfterTheGivenTimeAndRefusesJson) {
     EXPECT_THAT(run.out, HasSubstr("eTarnexLockedByOtherProcess"));
     EXPECT_EQ(RunTool({"log", "--follow", "--json", log}).code, 2);
     EXPECT_EQ(RunTool({"log", "--for", "1", log}).code, 2);
+}
+
+// However late the program starts, what it shows at the end is the new file.
+TEST(LogCommand, FollowJoinsHalfLinesAndStartsAnewWhereAnotherFileTookThePlace) {
+    const ScratchFolder scratch;
+    const std::string log = scratch.Write("a.log", "host\n000000:012 [   11] one ha");
+    // Longer than the old one: its size alone does not tell.
+    const std::string other = scratch.Write(
+        "b.log", "host\n000000:012 [   12] new\n000000:012 [   13] another one\n000000:01");
+    std::atomic<bool> ended = false;
+    ToolRun run;
+    std::thread follower([&] {
+        run = RunTool({"log", "--follow", "--for", "2", log});
+        ended = true;
+    });
+    bool replaced = false;
+    for (int i = 0; !ended; ++i) {
+        if (i == 5) std::ofstream(tarnexctl::ToPath(log), std::ios::app) << "lf\n";
+        if (i >= 10 && !replaced) {  // whoever has it open may hinder it for a moment
+            std::error_code error;
+            std::filesystem::rename(tarnexctl::ToPath(other), tarnexctl::ToPath(log), error);
+            replaced = !error;
+        }
+        platform::SleepMs(100);
+    }
+    follower.join();
+    EXPECT_THAT(run.out, EndsWith("[12] new\n[13] another one\n000000:01\n"));
+    EXPECT_THAT(run.out, Not(HasSubstr("one ha\n")));
+}
+
+TEST(LogCommand, PipeIsReadOnceAndNotFollowed) {
+    if (std::string(platform::LibraryExtension()) == ".dll") GTEST_SKIP() << "no /dev here";
+    const ToolRun run =
+        RunShell("printf 'host\\n000001:000 [    1] hello\\n' | \"$1\" log --lines /dev/stdin");
+    EXPECT_EQ(run.code, 0);
+    EXPECT_EQ(run.out, "[1] hello\n");
+    EXPECT_EQ(RunTool({"log", "--follow", "/dev/stdin"}).code, 4);
 }
 
 }  // namespace

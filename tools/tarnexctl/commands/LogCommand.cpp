@@ -1,6 +1,8 @@
+#include <algorithm>
 #include <chrono>
 #include <filesystem>
 #include <fstream>
+#include <functional>
 #include <thread>
 
 #include "commands/Commands.h"
@@ -116,68 +118,119 @@ void FillSummary(Json& document, const LogSummary& summary) {
     }
 }
 
-// Reads what the file holds from `position` on.
-template <typename Visit>
-void ReadOn(std::ifstream& file, std::uint64_t& position, std::vector<char>& buffer, Visit visit) {
-    file.clear();
-    file.seekg(static_cast<std::streamoff>(position));
-    while (file.read(buffer.data(), static_cast<std::streamsize>(buffer.size())),
-           file.gcount() > 0) {
-        const auto count = static_cast<std::size_t>(file.gcount());
-        position += count;
-        visit(std::string_view(buffer.data(), count));
+// Reads a log from the start, and on from where it ended the last time.
+class LogReading {
+public:
+    LogReading(const Arguments& arguments, Session& session)
+        : session_(session),
+          wanted_(ReadWanted(arguments)),
+          name_(arguments.ValueOr("FILE", "")),
+          path_(ExistingFile(name_)) {
+        std::error_code ignored;
+        if (wanted_.follow && !std::filesystem::is_regular_file(path_, ignored)) {
+            throw Failure(ExitCode::kInputOutput,
+                          InQuotes(name_) + " is no plain file: it cannot be followed");
+        }
     }
-}
+
+    ExitCode Run() {
+        std::ifstream file = OpenInput(path_, name_);
+        std::error_code error;
+        size_ = std::filesystem::file_size(path_, error);
+        if (error) size_ = 0;
+        ReadOn(file);
+        file.close();
+        if (wanted_.follow) Follow();
+        cutter_.End(Visitor());
+        if (!wanted_.lines) PrintSummary(session_.Out(), summary_);
+        FillSummary(session_.Document(), summary_);
+        if (wanted_.lines) session_.Document()["shown"] = std::move(lines_);
+        return summary_.errors > 0 ? ExitCode::kFindings : ExitCode::kFine;
+    }
+
+private:
+    // The file is not kept open meanwhile, so that whoever writes it may replace it.
+    void Follow() {
+        session_.EndProgress();
+        size_ = 0;
+        const auto end = std::chrono::steady_clock::now() +
+                         std::chrono::seconds(wanted_.seconds.value_or(1000000));
+        while (std::chrono::steady_clock::now() < end) {
+            session_.Out().Flush();
+            if (session_.Out().Failed()) break;
+            std::this_thread::sleep_for(50ms);
+            std::ifstream file(path_, std::ios::binary);
+            if (!file) continue;  // there may be another one in a moment
+            if (!StartsAsBefore(file)) {
+                session_.Warn("the log began anew");
+                cutter_.End(Visitor());
+                cutter_ = LineCutter();
+                start_.clear();
+                position_ = 0;
+            }
+            ReadOn(file);
+        }
+    }
+
+    // Whether the file still holds the bytes that were read of it, as far as they are remembered.
+    bool StartsAsBefore(std::ifstream& file) {
+        file.seekg(0, std::ios::end);
+        if (static_cast<std::uint64_t>(file.tellg()) < position_) return false;
+        std::string start(start_.size(), '\0');
+        file.seekg(0);
+        file.read(start.data(), static_cast<std::streamsize>(start.size()));
+        return start == start_;
+    }
+
+    void ReadOn(std::ifstream& file) {
+        if (wanted_.follow) {  // then it is a plain file; a pipe cannot be positioned
+            file.clear();
+            file.seekg(static_cast<std::streamoff>(position_));
+        }
+        while (file.read(buffer_.data(), static_cast<std::streamsize>(buffer_.size())),
+               file.gcount() > 0) {
+            const std::string_view bytes(buffer_.data(), static_cast<std::size_t>(file.gcount()));
+            position_ += bytes.size();
+            start_.append(bytes.substr(0, kRemembered - std::min(kRemembered, start_.size())));
+            cutter_.Feed(bytes, Visitor());
+            if (size_ > 0) {
+                session_.Progress("Reading " + name_ + ": byte", position_, size_);
+            }
+        }
+    }
+
+    std::function<void(std::string_view, std::size_t)> Visitor() {
+        return [this](std::string_view bytes, std::size_t number) { Visit(bytes, number); };
+    }
+
+    void Visit(std::string_view bytes, std::size_t number) {
+        const LogLine line = ReadLogLine(bytes, number);
+        if (summary_.threads.empty() && !line.regular && bytes.find('\0') != bytes.npos) {
+            throw Failure(ExitCode::kInputOutput, InQuotes(name_) + " is not a text file");
+        }
+        summary_.Add(line);
+        if (wanted_.lines && (number > 1 || line.regular) && wanted_.Takes(line)) {
+            Show(session_, line, lines_);
+        }
+    }
+
+    static constexpr std::size_t kRemembered = 4096;
+
+    Session& session_;
+    const Wanted wanted_;
+    const std::string name_;
+    const std::filesystem::path path_;
+    std::uint64_t size_ = 0;  // of what is read at first; 0 when that is not known
+    LogSummary summary_;
+    LineCutter cutter_;
+    Json lines_ = Json::array();
+    std::uint64_t position_ = 0;
+    std::string start_;
+    std::vector<char> buffer_ = std::vector<char>(kChunk);
+};
 
 ExitCode RunLog(const Arguments& arguments, Session& session) {
-    const Wanted wanted = ReadWanted(arguments);
-    const std::string name = arguments.ValueOr("FILE", "");
-    const std::filesystem::path path = ExistingFile(name);
-    std::ifstream file = OpenInput(path, name);
-    std::error_code ignored;
-    const std::uint64_t size = std::filesystem::file_size(path, ignored);
-
-    LogSummary summary;
-    LineCutter cutter;
-    Json lines = Json::array();
-    const auto visitLine = [&](std::string_view bytes, std::size_t number) {
-        const LogLine line = ReadLogLine(bytes, number);
-        if (number == 1 && bytes.find('\0') != std::string_view::npos) {
-            throw Failure(ExitCode::kInputOutput, "\"" + name + "\" is not a text file");
-        }
-        summary.Add(line);
-        if (wanted.lines && (number > 1 || line.regular) && wanted.Takes(line)) {
-            Show(session, line, lines);
-        }
-    };
-    std::uint64_t position = 0;
-    std::vector<char> buffer(kChunk);
-    const auto feed = [&](std::string_view bytes) {
-        cutter.Feed(bytes, visitLine);
-        session.Progress("Reading " + name + ": byte", position, size);
-    };
-    ReadOn(file, position, buffer, feed);
-
-    const auto end =
-        std::chrono::steady_clock::now() + std::chrono::seconds(wanted.seconds.value_or(1000000));
-    while (wanted.follow && std::chrono::steady_clock::now() < end) {
-        session.Out().Flush();
-        if (session.Out().Failed()) break;
-        std::this_thread::sleep_for(50ms);
-        const std::uint64_t now = std::filesystem::file_size(path, ignored);
-        if (!ignored && now < position) {  // written anew by another process
-            session.Warn("the log began anew");
-            position = 0;
-            cutter = LineCutter();
-        }
-        ReadOn(file, position, buffer, feed);
-    }
-    cutter.End(visitLine);
-
-    if (!wanted.lines) PrintSummary(session.Out(), summary);
-    FillSummary(session.Document(), summary);
-    if (wanted.lines) session.Document()["shown"] = std::move(lines);
-    return summary.errors > 0 ? ExitCode::kFindings : ExitCode::kFine;
+    return LogReading(arguments, session).Run();
 }
 
 }  // namespace
