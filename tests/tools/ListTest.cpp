@@ -94,6 +94,26 @@ TEST(List, ScriptThatIsNoCompositionIsNamed) {
                 HasSubstr("eCouldNotRegisterNewComposition"));
 }
 
+// More than one command line of the system holds: 32767 characters on Windows.
+TEST(List, FolderOfHundredsOfLibrariesWithLongNamesIsListed) {
+    const ScratchFolder folder;
+    constexpr std::size_t kCount = 300;
+    for (std::size_t i = 0; i < kCount; ++i) {
+        const std::string name = std::to_string(1000 + i) + std::string(116, 'x');
+        folder.Write(name + platform::LibraryExtension(), "no library");
+    }
+    Install(folder,
+            tarnexctl::FromPath(ProgramFolder() / "plugins" /
+                                (std::string("bare_effects") + platform::LibraryExtension())),
+            "2000");
+    const Json document = RunForJson({"list", tarnexctl::FromPath(folder.Path())}, 1);
+    ASSERT_EQ(document["libraries"].size(), kCount + 1);
+    for (std::size_t i = 0; i < kCount; ++i) {
+        EXPECT_THAT(CodesOf(document["libraries"][i]["findings"]), ElementsAre("P101"));
+    }
+    EXPECT_EQ(document["effects"].size(), 2u);
+}
+
 TEST(List, WrongFoldersHaveTheirOwnExitCodes) {
     EXPECT_EQ(RunTool({"list"}).code, 2);
     EXPECT_EQ(RunTool({"list", "-p", "x"}).code, 2);

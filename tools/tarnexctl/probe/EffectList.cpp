@@ -70,17 +70,30 @@ void Explain(ListedLibrary& library) {
                          !diagnosis.image.Exports("CreateFactory");
 }
 
+// Appends the paths of the libraries from `next` on, as far as a command line holds them: one of
+// Windows has at most 32767 characters. Returns the number of the first that is left.
+std::size_t AddPaths(const EffectList& list, std::size_t next, std::vector<std::string>& line) {
+    constexpr std::size_t kMostBytes = 16 * 1024;
+    std::size_t bytes = 0;
+    const std::size_t first = next;
+    for (; next < list.libraries.size(); ++next) {
+        std::error_code ignored;
+        const std::string path =
+            FromPath(std::filesystem::absolute(list.libraries[next].file.path, ignored));
+        bytes += path.size() + 1;
+        if (bytes > kMostBytes && next > first) break;
+        line.push_back(path);
+    }
+    return next;
+}
+
 // Runs children until every library was tried: a child that does not come to its end is followed by
 // another one that goes on behind the library that ended it.
 void ListPlugins(EffectList& list, std::uint32_t timeoutMs, Session& session) {
     std::uint64_t nextIndex = 0;
     for (std::size_t next = 0; next < list.libraries.size();) {
         std::vector<std::string> line = {"list-child", "--"};
-        for (std::size_t i = next; i < list.libraries.size(); ++i) {
-            std::error_code ignored;
-            line.push_back(
-                FromPath(std::filesystem::absolute(list.libraries[i].file.path, ignored)));
-        }
+        const std::size_t end = AddPaths(list, next, line);
         session.Progress("Reading library", next + 1, list.libraries.size());
         const ChildOutcome outcome = RunOwnChild(line, timeoutMs);
         for (const auto& [key, said] : outcome.values) {
@@ -89,9 +102,8 @@ void ListPlugins(EffectList& list, std::uint32_t timeoutMs, Session& session) {
             nextIndex += list.libraries[next].count;
             ++next;
         }
-        if (outcome.finished && outcome.findings.empty()) return;
-        // Between two libraries only this program's own code could have failed.
-        if (next == list.libraries.size()) return;
+        // Behind the last one only this program's own code could have failed.
+        if (next == end) continue;
         for (const Finding& finding : outcome.findings) {
             list.libraries[next].findings.push_back(finding);
         }
