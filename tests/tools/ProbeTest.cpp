@@ -87,6 +87,11 @@ TEST(Probe, MissingFileIsNotFound) {
     EXPECT_EQ(RunForJson({"probe", "no such library.dll"}, 3)["error"]["kind"], "not-found");
 }
 
+TEST(Probe, WhatCannotBeReadIsNoFindingButAFailureOfInput) {
+    if (std::string(platform::LibraryExtension()) == ".dll") GTEST_SKIP() << "no /dev here";
+    EXPECT_EQ(RunForJson({"probe", "/dev/null"}, 4)["error"]["kind"], "input-output");
+}
+
 TEST(Probe, LibraryInAFolderWithOtherLettersIsProbed) {
     const ScratchFolder scratch;
     const auto copy = scratch.Path() / tarnexctl::ToPath("\xC3\xBC" + std::string(".plugin"));

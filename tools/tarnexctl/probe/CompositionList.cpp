@@ -24,6 +24,11 @@ std::vector<std::string> ScriptsIn(const std::string& folder) {
             names.push_back(FromPath(entry->path().filename()));
         }
     }
+    if (error) {
+        throw Failure(ExitCode::kInputOutput,
+                      "the folder " + InQuotes(folder) +
+                          " cannot be read: " + FromSystemBytes(error.message()));
+    }
     std::sort(names.begin(), names.end());
     return names;
 }

@@ -60,7 +60,12 @@ std::vector<PluginFile> PluginsByPath(const std::vector<std::string>& paths) {
         if (fs::is_directory(ToPath(path), ignored)) {
             for (PluginFile& file : PluginsInFolder(path)) files.push_back(std::move(file));
         } else {
-            files.push_back({ExistingFile(path), FromPath(ToPath(path).filename()), true});
+            const fs::path file = ExistingFile(path);
+            if (!fs::is_regular_file(file, ignored)) {
+                throw Failure(ExitCode::kInputOutput, InQuotes(path) + " is not a plain file");
+            }
+            (void)OpenInput(file, path);  // said before others take their time
+            files.push_back({file, FromPath(file.filename()), true});
         }
     }
     return files;
