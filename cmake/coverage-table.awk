@@ -34,6 +34,6 @@ END {
     show("Product (src, include)")
     show("Companion (tools)")
     product = "Product (src, include)"
-    exit share(sum[product, 2], sum[product, 1]) < lines ||
+    exit !sum[product, 1] || share(sum[product, 2], sum[product, 1]) < lines ||
         share(sum[product, 4], sum[product, 3]) < branches
 }

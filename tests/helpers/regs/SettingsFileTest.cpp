@@ -46,6 +46,26 @@ TEST_F(SettingsFile, ValuesHaveTheirForms) {
     EXPECT_EQ(Value(L"A\\c", L"s"), "no key");
 }
 
+TEST_F(SettingsFile, TextsAreUtf16) {
+    Put("[A]\ns=\xC3\xA9\xF0\x9D\x84\x9E\n");  // an e with an accent, and a clef
+    EXPECT_EQ(Value(L"A", L"s"), std::string("\xE9\0\x34\xD8\x1E\xDD\0\0", 8));
+}
+
+TEST_F(SettingsFile, LiesInTheFolderOfSettingsUnlessItIsNamed) {
+    unsetenv("TARNEX_SETTINGS");
+    const char* const before = std::getenv("XDG_CONFIG_HOME");
+    const std::string kept = before ? before : "";
+    setenv("XDG_CONFIG_HOME", "/some where", 1);
+    EXPECT_EQ(platform::SettingsStore(), L"/some where/tarnex.ini");
+    setenv("XDG_CONFIG_HOME", "", 1);
+    EXPECT_TRUE(platform::SettingsStore().ends_with(L"/.config/tarnex.ini"));
+    if (before) {
+        setenv("XDG_CONFIG_HOME", kept.c_str(), 1);
+    } else {
+        unsetenv("XDG_CONFIG_HOME");
+    }
+}
+
 TEST_F(SettingsFile, AbsentOrBrokenFileHoldsNothing) {
     EXPECT_EQ(Value(L"A", L"s"), "no key");
     Put("[A\nrubbish");

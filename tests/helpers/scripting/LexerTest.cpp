@@ -33,6 +33,12 @@ TEST_P(CompositionLexem, IsReadAsItsDefinitionSays) {
     EXPECT_EQ(interpreter.get_lexem(row.kind, text), row.read);
     EXPECT_EQ(text, row.read ? row.text : L"untouched");
     EXPECT_EQ(interpreter.Position(), row.position);
+
+    interpreter.SetPosition(0);
+    std::wstring_view view = L"untouched";
+    EXPECT_EQ(interpreter.get_lexem(row.kind, view), row.read);
+    EXPECT_EQ(view, text);
+    EXPECT_EQ(interpreter.Position(), row.position);
 }
 
 using namespace compositions;
