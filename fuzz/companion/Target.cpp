@@ -16,6 +16,7 @@
 #include "description/DescriptionDocument.h"
 #include "description/LoadedDescription.h"
 #include "extraction/ScriptOf.h"
+#include "frame/ProgressLine.h"
 #include "frame/Session.h"
 #include "helpers/report/CapturedOutput.h"
 
@@ -60,7 +61,8 @@ void CheckScript(const std::string& bytes) {
     fuzz::Check(!isRefused || CountOf(verdict.diagnostics, Severity::kError, false) > 0,
                 "a refused script without an error");
 
-    Writer out(platform::Stream::kOutput);
+    ProgressLine line;
+    Writer out(platform::Stream::kOutput, line);
     out.Mute();
     PrintVerdict(out, "file", bytes, verdict, false);
     PrintShortVerdict(out, "file", bytes, verdict, true);
