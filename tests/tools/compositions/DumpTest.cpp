@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <fstream>
 #include <iterator>
 
@@ -11,6 +12,7 @@
 #include "compositions/JsonSchema.h"
 #include "compositions/archive/SampleDescriptions.h"
 #include "description/DescriptionDocument.h"
+#include "frame/Text.h"
 
 namespace {
 
@@ -215,11 +217,15 @@ TEST(Dump, BytesOfEverySortAndDeepTreesComeOutAsValidJson) {
     EXPECT_TRUE(run.out.find("\"MIX29999\"") != std::string::npos);
 }
 
-TEST(Dump, AHundredMegabytesAreReadQuickly) {
+TEST(Dump, AFileOf100MegabytesIsRefused) {
     const ScratchFolder scratch;
-    const ToolRun run = RunTool({"dump", scratch.Write("huge", std::string(100'000'000, 'x'))});
-    EXPECT_EQ(run.code, 1);
-    EXPECT_THAT(run.err, HasSubstr("no SETUP section"));
+    const std::string path = scratch.Write("large.txt", "[SETUP]\n");
+    std::filesystem::resize_file(tarnexctl::ToPath(path), 100 * 1024 * 1024);
+    for (const char* command : {"dump", "graph", "plot"}) {
+        const ToolRun run = RunTool({command, path});
+        EXPECT_EQ(run.code, 4) << command;
+        EXPECT_THAT(run.err, HasSubstr("has 104857600 bytes: no script is as large")) << command;
+    }
 }
 
 }  // namespace

@@ -13,22 +13,13 @@
 namespace tarnexctl {
 namespace {
 
-// Larger than any script that a person writes; reading takes some hundred times the size in memory
-// when the worst comes together.
-constexpr std::uint64_t kLargest = 16 * 1024 * 1024;
-
 std::string ReadScriptBytes(const std::string& name) {
     std::error_code error;
     const std::uint64_t size = std::filesystem::file_size(ToPath(name), error);
-    const std::string shown = "\"" + Printable(ValidUtf8(name)) + "\"";
-    if (!error && size > kLargest) {
-        throw Failure(ExitCode::kInputOutput,
-                      shown + " has " + std::to_string(size) + " bytes: no script is as large",
-                      "up to " + std::to_string(kLargest) + " bytes are checked");
-    }
+    if (!error) RequireScriptSize(name, size);
     std::string bytes = ReadInput(name);
     if (IsArchive(bytes)) {
-        throw Failure(ExitCode::kInputOutput, shown + " is an archive, not a script");
+        throw Failure(ExitCode::kInputOutput, InQuotes(name) + " is an archive, not a script");
     }
     return bytes;
 }

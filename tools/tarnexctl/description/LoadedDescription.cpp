@@ -1,6 +1,5 @@
 #include "description/LoadedDescription.h"
 
-#include <limits>
 #include <string_view>
 #include <utility>
 
@@ -22,10 +21,7 @@ LoadedDescription FromArchive(const std::string& name, std::string_view bytes) {
 }
 
 LoadedDescription FromScript(const std::string& name, std::string_view bytes) {
-    // The library's own limit: it counts a script's bytes with 32 bits.
-    if (bytes.size() >= std::numeric_limits<std::uint32_t>::max()) {
-        throw Failure(ExitCode::kInputOutput, InQuotes(name) + " is too long for a script");
-    }
+    RequireScriptSize(name, bytes.size());
     LoadedDescription loaded{name, false, 0,
                              std::make_shared<compositions::CompositionScript>(bytes)};
     if (loaded.script->GetReadStatus() == status::kNoSetup &&
@@ -58,6 +54,17 @@ std::string ReadInput(const std::string& name) {
         throw Failure(ExitCode::kInputOutput, InQuotes(name) + " cannot be read");
     }
     return bytes;
+}
+
+void RequireScriptSize(const std::string& name, std::uint64_t bytes) {
+    // Larger than any script that a person writes; what is made of it takes some hundred times the
+    // size in memory when the worst comes together.
+    constexpr std::uint64_t kLargest = 16 * 1024 * 1024;
+    if (bytes <= kLargest) return;
+    throw Failure(
+        ExitCode::kInputOutput,
+        InQuotes(name) + " has " + std::to_string(bytes) + " bytes: no script is as large",
+        "up to " + std::to_string(kLargest) + " bytes are read");
 }
 
 bool IsArchive(std::string_view bytes) {

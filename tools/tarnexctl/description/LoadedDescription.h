@@ -23,6 +23,9 @@ struct LoadedDescription {
 // All bytes of a plain file that the user named; a Failure when there is none or it cannot be read.
 std::string ReadInput(const std::string& name);
 
+// A Failure when a script has more bytes than this program reads of one.
+void RequireScriptSize(const std::string& name, std::uint64_t bytes);
+
 // Whether bytes are an archive's: all of its signature, whatever comes behind it.
 bool IsArchive(std::string_view bytes);
 
