@@ -22,13 +22,12 @@ constexpr int kThousand = 1'000;
 constexpr std::size_t kScriptBytes = 1'600;
 
 std::string Script(int number) {
-    std::string text =
-        "[SETUP]\nNAME = \"Composition " + std::to_string(number) +
-        "\"\nCATEGORY = \"Transitions\"\nSPEED = 2\nIS_FILTER = FALSE\n"
-        "[SOURCES]\nFirst = INPUT\nSecond = INPUT\nLogo = BITMAP : \"logo.png\"\n"
-        "[EFFECTS]\nSoft = \"Blur\\Video\"\nLift = \"Levels\\Video\"\nSum = MIX\n"
-        "[STRUCTURE]\nOUTPUT = Sum( First, Lift( Soft( Second ) ), Logo )\n"
-        "[PROPERTIES]\n";
+    std::string text = "[SETUP]\nNAME = \"Composition " + std::to_string(number) +
+                       "\"\nCATEGORY = \"Transitions\"\nSPEED = 2\nIS_FILTER = FALSE\n"
+                       "[SOURCES]\nFirst = INPUT\nSecond = INPUT\nLogo = BITMAP : \"logo.png\"\n"
+                       "[EFFECTS]\nSoft = \"Blur\\Video\"\nLift = \"Levels\\Video\"\nSum = MIX\n"
+                       "[STRUCTURE]\nOUTPUT = Sum( First, Lift( Soft( Second ) ), Logo )\n"
+                       "[PROPERTIES]\n";
     for (int i = 0; text.size() < 1'000; ++i) {
         text += "READ WRITE ENVELOPED \"Amount " + std::to_string(i) + "\" = 0.75\n";
     }
