@@ -1,5 +1,6 @@
 // The library's one exported function, and what is done when a process loads the library.
 
+#include <atomic>
 #include <memory>
 #include <new>
 
@@ -23,9 +24,27 @@ union ManagerStorage {
 };
 constinit ManagerStorage g_Tarnex;
 
-// Makes the manager unless it is there; false when there is no memory for it.
+// Held while the manager is looked for or made. A flag, since a mutex is destroyed too early.
+class Making {
+public:
+    Making() {
+        while (flag_.test_and_set(std::memory_order_acquire)) flag_.wait(true);
+    }
+    ~Making() {
+        flag_.clear(std::memory_order_release);
+        flag_.notify_one();
+    }
+    Making(const Making&) = delete;
+    Making& operator=(const Making&) = delete;
+
+private:
+    static constinit inline std::atomic_flag flag_{};
+};
+
+// Makes the manager unless it is there; false when there is no memory for it. Any thread.
 bool HasManager() noexcept {
     try {
+        const Making making;
         if (g_Tarnex.manager == nullptr) g_Tarnex.manager = std::make_shared<tarnex::TarnexImpl>();
         return true;
     } catch (...) {
