@@ -5,21 +5,27 @@
 namespace helpers::scripting {
 namespace {
 
+bool IsAscii(wchar_t character) {
+    return (character & ~0x7F) == 0;
+}
+
+wchar_t UpperAscii(wchar_t character) {
+    const bool isLower = character >= L'a' && character <= L'z';
+    return isLower ? static_cast<wchar_t>(character - (L'a' - L'A')) : character;
+}
+
 // `keyword` is upper case. A lexem with a zero in it equals none.
 bool EqualsKeyword(std::wstring_view lexem, const std::wstring& keyword) {
     if (lexem.size() != keyword.size()) return false;
     for (std::size_t index = 0; index < lexem.size(); ++index) {
-        wchar_t character = lexem[index];
-        if (character == 0) return false;
-        if (character >= L'a' && character <= L'z') {
-            character -= L'a' - L'A';
-        } else if ((character & ~0x7F) != 0) {
+        if (lexem[index] == 0) return false;
+        if (!IsAscii(lexem[index])) {
             std::wstring upper(lexem);
             if (upper.find(L'\0') != upper.npos) return false;
             platform::ToUpperCase(upper.data(), upper.size());
             return upper == keyword;
         }
-        if (character != keyword[index]) return false;
+        if (UpperAscii(lexem[index]) != keyword[index]) return false;
     }
     return true;
 }
@@ -76,9 +82,7 @@ bool Matcher::Find(const Program& program, const Entry& entry, std::size_t& posi
 // candidates of a search.
 inline bool Matcher::KeywordCanFollow(const Entry& entry, std::size_t end) {
     const wchar_t character = scanner_.Text().data()[scanner_.SkipBlanks(end)];
-    const bool isLower = character >= L'a' && character <= L'z';
-    return (isLower ? character - (L'a' - L'A') : character) == entry.keywordFirst ||
-           (character & ~0x7F) != 0;
+    return UpperAscii(character) == entry.keywordFirst || !IsAscii(character);
 }
 
 // A search that remembers wants no pieces.
