@@ -23,7 +23,7 @@ namespace {
 constexpr std::wstring_view kTemporaryPrefix = L"~tarnex-";
 constexpr std::wstring_view kTemporarySuffix = L".tmp";
 constexpr std::size_t kTokenDigits = 8;
-constexpr std::wstring_view kDigits = L"0123456789abcdef";
+constexpr std::wstring_view kHexDigits = L"0123456789abcdef";
 
 constexpr int kMoveAttempts = 20;
 constexpr auto kMovePause = std::chrono::milliseconds(10);
@@ -32,7 +32,7 @@ constexpr auto kMovePause = std::chrono::milliseconds(10);
 std::wstring ProcessToken() {
     static const std::uint32_t number = std::random_device()();
     std::wstring token;
-    for (std::size_t i = 0; i < kTokenDigits; ++i) token += kDigits[number >> (4 * i) & 0xF];
+    for (std::size_t i = 0; i < kTokenDigits; ++i) token += kHexDigits[number >> (4 * i) & 0xF];
     return token;
 }
 
@@ -52,7 +52,7 @@ bool ParseTemporaryName(const std::wstring& name, std::uint32_t& process) {
     }
     const std::wstring token = at < name.size() ? name.substr(at + 1, kTokenDigits) : L"";
     process = static_cast<std::uint32_t>(number);
-    return token.size() == kTokenDigits && token.find_first_not_of(kDigits) == std::wstring::npos &&
+    return token.size() == kTokenDigits && token.find_first_not_of(kHexDigits) == std::wstring::npos &&
            name == TemporaryName(process, token);
 }
 

@@ -25,7 +25,7 @@ std::string Line(int slot, unsigned code) {
     return std::to_string(slot) + " " + std::to_string(code);
 }
 
-void CallPropertyGetters(void* effect, const Say& say) {
+void CallPropertyGetters(void* effect, const Teller& say) {
     const std::wstring name = L"no such property";
     std::wstring text;
     std::int64_t big = 0;
@@ -46,7 +46,7 @@ void CallPropertyGetters(void* effect, const Say& say) {
     say(Line(8, Call(effect, 8, &name, &whole)));
 }
 
-void CallPropertySetters(void* effect, const Say& say) {
+void CallPropertySetters(void* effect, const Teller& say) {
     const std::wstring name = L"no such property";
     const std::wstring text = L"text";
     const char bytes[4] = {};
@@ -58,7 +58,7 @@ void CallPropertySetters(void* effect, const Say& say) {
     say(Line(14, Call(effect, 14, &name, std::int32_t{5})));
 }
 
-void CallPropertyRangesAndDefaults(void* effect, const Say& say) {
+void CallPropertyRangesAndDefaults(void* effect, const Teller& say) {
     const std::wstring name = L"no such property";
     std::wstring text;
     std::int64_t big[2];
@@ -79,7 +79,7 @@ void CallPropertyRangesAndDefaults(void* effect, const Say& say) {
     say(Line(24, Call(effect, 24, &none)));
 }
 
-void CallRenderSlots(fx::IBaseFX* effect, const Say& say) {
+void CallRenderSlots(fx::IBaseFX* effect, const Teller& say) {
     const auto* descriptor = Call<const fx::EffectDescriptor*>(effect, 25);
     say(Line(25, descriptor == effect->GetDescriptor()));
     // Only the pointers' emptiness is looked at: what they point to is the engine's.
@@ -105,14 +105,14 @@ void CallRenderSlots(fx::IBaseFX* effect, const Say& say) {
 
 }  // namespace
 
-void CallManagerSlots(tarnex::ITarnex* manager, const Say& say) {
+void CallManagerSlots(tarnex::ITarnex* manager, const Teller& say) {
     const std::wstring text;
     std::shared_ptr<tarnex::GlobalFXFactory> out;
     const auto code = CallEntry(manager, 0, &text, &text, &text, std::uint64_t{0}, &out);
     say(Line(0, code) + (out != nullptr ? " set" : " empty"));
 }
 
-void CallFactorySlots(tarnex::GlobalFXFactory* factory, const Say& say) {
+void CallFactorySlots(tarnex::GlobalFXFactory* factory, const Teller& say) {
     fx::IVorelFXFactory* primary = factory;
     const std::wstring unknown = L"no such effect";
     std::shared_ptr<fx::IBaseFX> effect;
@@ -132,7 +132,7 @@ void CallFactorySlots(tarnex::GlobalFXFactory* factory, const Say& say) {
     say("enumerator " + Line(1, code) + " " + std::to_string(records.size()));
 }
 
-void CallEffectSlots(fx::IBaseFX* effect, const Say& say) {
+void CallEffectSlots(fx::IBaseFX* effect, const Teller& say) {
     base_types::IPropertySet* properties = effect;
     CallPropertyGetters(properties, say);
     CallPropertySetters(properties, say);

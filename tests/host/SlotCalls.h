@@ -10,8 +10,8 @@
 #include "tarnex/GlobalFxFactory.h"
 #include "tarnex/ITarnex.h"
 
-using Say = std::function<void(const std::string&)>;
+using Teller = std::function<void(const std::string&)>;
 
-void CallManagerSlots(tarnex::ITarnex* manager, const Say& say);
-void CallFactorySlots(tarnex::GlobalFXFactory* factory, const Say& say);
-void CallEffectSlots(fx::IBaseFX* effect, const Say& say);
+void CallManagerSlots(tarnex::ITarnex* manager, const Teller& say);
+void CallFactorySlots(tarnex::GlobalFXFactory* factory, const Teller& say);
+void CallEffectSlots(fx::IBaseFX* effect, const Teller& say);

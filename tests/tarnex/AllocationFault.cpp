@@ -8,9 +8,9 @@
 
 namespace {
 
-thread_local int remaining = 0;     // allocations until the fault; 0 for none
-thread_local bool failing = false;  // every allocation is one
-thread_local bool lasting = false;
+thread_local int countdownLeft = 0;  // allocations until the fault; 0 for none
+thread_local bool failing = false;   // every allocation is one
+thread_local bool keepsFailing = false;
 thread_local std::size_t requested = 0;
 thread_local std::size_t made = 0;
 thread_local std::int64_t live = 0;
@@ -36,8 +36,8 @@ void Fail() {
 void* operator new(std::size_t size) {
     requested += size;
     ++made;
-    if (failing || (remaining > 0 && --remaining == 0)) {
-        failing = lasting;
+    if (failing || (countdownLeft > 0 && --countdownLeft == 0)) {
+        failing = keepsFailing;
         Fail();
     }
     if (void* memory = std::malloc(size != 0 ? size : 1)) {
@@ -103,17 +103,17 @@ std::int64_t LiveAllocations() {
 
 AllocationFault::AllocationFault(Fault fault, int countdown, bool lasts) {
     kind = fault;
-    lasting = lasts;
-    remaining = countdown;
+    keepsFailing = lasts;
+    countdownLeft = countdown;
 }
 
 AllocationFault::~AllocationFault() {
-    remaining = 0;
+    countdownLeft = 0;
     failing = false;
 }
 
 bool AllocationFault::Happened() const {
-    return remaining == 0;
+    return countdownLeft == 0;
 }
 
 }  // namespace test_support

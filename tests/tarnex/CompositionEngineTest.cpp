@@ -10,10 +10,10 @@
 #include "compositions/Composition.h"
 #include "compositions/CompositionFactory.h"
 #include "compositions/archive/TempFolder.h"
-#include "platform/Module.h"
 #include "sdk/TypedProperty.h"
 #include "support/Text.h"
 #include "tarnex/GlobalFxFactory.h"
+#include "tarnex/TestPlugins.h"
 
 namespace tarnex {
 namespace {
@@ -68,11 +68,6 @@ private:
 
     GlobalFXFactory* factory_ = nullptr;
 };
-
-std::wstring PluginFolder() {
-    const auto bin = test_support::PathFromUtf8(test_support::Utf8(platform::ExecutablePath()));
-    return test_support::Wide(test_support::Utf8(bin.parent_path().parent_path() / "test_plugins"));
-}
 
 std::string Script(const std::string& name, const std::string& effect) {
     return "[SETUP]\nNAME = \"" + name +

@@ -7,9 +7,9 @@
 
 #include "compositions/CompositionFactory.h"
 #include "helpers/report/CapturedOutput.h"
-#include "platform/Module.h"
 #include "support/Text.h"
 #include "tarnex/AllocationFault.h"
+#include "tarnex/TestPlugins.h"
 
 namespace tarnex {
 namespace {
@@ -45,11 +45,6 @@ public:
 private:
     Fault fault_;
 };
-
-std::wstring PluginFolder() {
-    const auto bin = test_support::PathFromUtf8(test_support::Utf8(platform::ExecutablePath()));
-    return test_support::Wide(test_support::Utf8(bin.parent_path().parent_path() / "test_plugins"));
-}
 
 class GlobalFxFactory : public testing::Test {
 protected:

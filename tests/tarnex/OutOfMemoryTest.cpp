@@ -5,11 +5,11 @@
 
 #include "compositions/archive/TempFolder.h"
 #include "helpers/report/CapturedOutput.h"
-#include "platform/Module.h"
 #include "support/Text.h"
 #include "tarnex/AllocationFault.h"
 #include "tarnex/GlobalFxFactory.h"
 #include "tarnex/TarnexImpl.h"
+#include "tarnex/TestPlugins.h"
 
 namespace tarnex {
 namespace {
@@ -20,18 +20,13 @@ using test_support::ForEachAllocation;
 using test_support::LiveAllocations;
 using testing::AnyOf;
 
-std::wstring PluginFolder() {
-    const auto bin = test_support::PathFromUtf8(test_support::Utf8(platform::ExecutablePath()));
-    return test_support::Wide(test_support::Utf8(bin.parent_path().parent_path() / "test_plugins"));
-}
-
 constexpr char kScript[] =
     "[SETUP]\nNAME = \"A name that is not short\"\nCATEGORY = \"A category, neither\"\n[SOURCES]\n"
     "Back = INPUT\n[EFFECTS]\nB = \"An effect of some name\"\n[STRUCTURE]\nOUTPUT = B( Back )\n";
 
 using Records = std::list<EffectRecord>;
 
-Records ListOf(GlobalFXFactory& factory) {
+Records EffectsOf(GlobalFXFactory& factory) {
     Records records;
     EXPECT_EQ(factory.GetEffects(records), eSuccess);
     return records;
@@ -139,7 +134,7 @@ protected:
             return happened;
         });
         EXPECT_EQ(factory_->GetFXCount(), 3u);
-        EXPECT_EQ(ListOf(*factory_).size(), 3u);
+        EXPECT_EQ(EffectsOf(*factory_).size(), 3u);
     }
 
     std::unique_ptr<GlobalFXFactory> factory_;
@@ -212,17 +207,17 @@ TEST_F(FactoryOutOfMemory, RegistrationIsWholeOrNoneOrWithoutARecord) {
             if (outcome.code == eSuccess) {
                 ++whole;
                 EXPECT_EQ(again, eCouldNotRegisterNewComposition);
-                EXPECT_EQ(ListOf(factory).size(), 1u);
+                EXPECT_EQ(EffectsOf(factory).size(), 1u);
             } else if (again == eSuccess) {
                 ++none;
                 EXPECT_THAT(outcome.code,
                             AnyOf(eCouldNotRegisterNewComposition, eGenericException));
-                EXPECT_EQ(ListOf(factory).size(), 1u);
+                EXPECT_EQ(EffectsOf(factory).size(), 1u);
             } else {
                 ++withoutRecord;
                 EXPECT_THAT(outcome.code, AnyOf(eErrorCreatingEffect, eGenericException));
                 EXPECT_EQ(again, eCouldNotRegisterNewComposition);
-                EXPECT_EQ(ListOf(factory).size(), 0u);
+                EXPECT_EQ(EffectsOf(factory).size(), 0u);
             }
             Forget();
         }
@@ -241,7 +236,7 @@ TEST_F(FactoryOutOfMemory, RevivalIsWholeOrNone) {
         const auto outcome =
             WithFault(nth, lasts, [&] { return factory_->RegisterEffect(script_, true); });
         EXPECT_EQ(outcome.code, outcome.happened ? eGenericException : eSuccess);
-        EXPECT_EQ(ListOf(*factory_).back().enabled, !outcome.happened);
+        EXPECT_EQ(EffectsOf(*factory_).back().enabled, !outcome.happened);
         EXPECT_EQ(factory_->RegisterEffect(script_, true),
                   outcome.happened ? eSuccess : eCouldNotRegisterNewComposition);
         EXPECT_EQ(factory_->GetFXCount(), 3u);

@@ -2,9 +2,9 @@
 
 #include <gmock/gmock.h>
 
-#include "platform/Module.h"
 #include "support/Text.h"
 #include "tarnex/GlobalFxFactory.h"
+#include "tarnex/TestPlugins.h"
 
 namespace tarnex {
 namespace {
@@ -21,11 +21,6 @@ public:
 };
 
 const std::wstring kEntry = L"CreateFactory";
-
-std::wstring PluginFolder() {
-    const auto bin = test_support::PathFromUtf8(test_support::Utf8(platform::ExecutablePath()));
-    return test_support::Wide(test_support::Utf8(bin.parent_path().parent_path() / "test_plugins"));
-}
 
 TEST(PluginsFactory, ListWithoutTerminatorLeavesEverythingEmpty) {
     Loader loader;

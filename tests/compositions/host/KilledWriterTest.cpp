@@ -27,7 +27,7 @@ int Rounds() {
 }
 
 // Large, so that most of the time goes into writing its archive.
-std::string Script(const std::string& name) {
+std::string LargeScript(const std::string& name) {
     std::string text = "[SETUP]\nNAME = \"" + name +
                        "\"\nCATEGORY = \"C\"\n[SOURCES]\nBack = INPUT\n[EFFECTS]\nB = \"Blur\"\n"
                        "[STRUCTURE]\nOUTPUT = B( Back )\n[PROPERTIES]\n";
@@ -44,8 +44,8 @@ protected:
         fs::create_directories(Folder());
         values_.Set({{"Convertor", "1"}, {"Type", "1"}, {"SaveFx", "1"}});
         // Both have the archive fx.mxf.
-        std::ofstream(First(), std::ios::binary) << Script("First");
-        std::ofstream(Second(), std::ios::binary) << Script("Second");
+        std::ofstream(First(), std::ios::binary) << LargeScript("First");
+        std::ofstream(Second(), std::ios::binary) << LargeScript("Second");
     }
 
     fs::path Folder() const { return sandbox_.Folder() / "compositions"; }

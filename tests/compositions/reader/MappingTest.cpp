@@ -11,16 +11,17 @@ using testing::IsEmpty;
 
 namespace {
 
-struct Result {
+struct MappingsResult {
     std::vector<std::wstring> mappings;  // property flags instance.target
     int status;
     int readStatus;
 };
 
-Result Read(const char* statements) {
+MappingsResult MappingsOf(const char* statements) {
     const auto script =
         ReadScript(ScriptParts{.effects = "E1 = \"e\" E2 = \"e\" M = MIX", .mapping = statements});
-    Result result{{}, script->GetSectionStatuses()[Section::kMapping], script->GetReadStatus()};
+    MappingsResult result{
+        {}, script->GetSectionStatuses()[Section::kMapping], script->GetReadStatus()};
     for (const Mapping& mapping : script->GetMappings()) {
         result.mappings.push_back(
             std::wstring(mapping.property.View()) + L" " + std::to_wstring(mapping.access) + L" " +
@@ -30,7 +31,8 @@ Result Read(const char* statements) {
 }
 
 TEST(MappingSection, TargetsAreAppendedFromTheLastToTheFirst) {
-    const Result result = Read("WRITE \"Amount\" = e1.\"Gain\", E2.\"Level\", E1.\"Mask\"");
+    const MappingsResult result =
+        MappingsOf("WRITE \"Amount\" = e1.\"Gain\", E2.\"Level\", E1.\"Mask\"");
     EXPECT_EQ(result.status, 0);
     EXPECT_THAT(result.mappings,
                 ElementsAre(L"AMOUNT 3 E1.Mask", L"AMOUNT 3 E2.Level", L"AMOUNT 3 E1.Gain"));
@@ -43,54 +45,56 @@ TEST(MappingSection, MissingHeaderIsStatus9AndIgnored) {
 }
 
 TEST(MappingSection, AHeaderWithoutStatementsIsAccepted) {
-    const Result result = Read("");
+    const MappingsResult result = MappingsOf("");
     EXPECT_EQ(result.status, 0);
     EXPECT_THAT(result.mappings, IsEmpty());
 }
 
 TEST(MappingSection, FlagsStartAtReadAndOtherWordsMeanNothing) {
-    EXPECT_THAT(Read("\"A\" = E1.\"x\"").mappings, ElementsAre(L"A 1 E1.x"));
-    EXPECT_THAT(Read("Sticky WRITE very ENVELOPED \"A\" = E1.\"x\"").mappings,
+    EXPECT_THAT(MappingsOf("\"A\" = E1.\"x\"").mappings, ElementsAre(L"A 1 E1.x"));
+    EXPECT_THAT(MappingsOf("Sticky WRITE very ENVELOPED \"A\" = E1.\"x\"").mappings,
                 ElementsAre(L"A 11 E1.x"));
 }
 
 TEST(MappingSection, TheNameIsTheNameEvenIfItReadsAsAnAccessWord) {
-    EXPECT_THAT(Read("\"write\" = E1.\"x\"").mappings, ElementsAre(L"WRITE 1 E1.x"));
+    EXPECT_THAT(MappingsOf("\"write\" = E1.\"x\"").mappings, ElementsAre(L"WRITE 1 E1.x"));
 }
 
 TEST(MappingSection, WordsAndTargetsOfAnyNumberAreToldApart) {
-    EXPECT_THAT(Read("a b c \"N\" = E1.\"x\"").mappings, ElementsAre(L"N 1 E1.x"));
-    EXPECT_THAT(Read("\"N\" = E1.\"x\", E2.\"y\"").mappings, ElementsAre(L"N 1 E2.y", L"N 1 E1.x"));
+    EXPECT_THAT(MappingsOf("a b c \"N\" = E1.\"x\"").mappings, ElementsAre(L"N 1 E1.x"));
+    EXPECT_THAT(MappingsOf("\"N\" = E1.\"x\", E2.\"y\"").mappings,
+                ElementsAre(L"N 1 E2.y", L"N 1 E1.x"));
 }
 
 TEST(MappingSection, RefusedAccessWordsEndTheSection) {
-    const Result ten =
-        Read("\"A\" = E1.\"x\" ENVELOPED EXPENSIVE \"B\" = E1.\"y\" \"C\" = E1.\"z\"");
+    const MappingsResult ten =
+        MappingsOf("\"A\" = E1.\"x\" ENVELOPED EXPENSIVE \"B\" = E1.\"y\" \"C\" = E1.\"z\"");
     EXPECT_EQ(ten.status, 10);
     EXPECT_EQ(ten.readStatus, 0);
     EXPECT_THAT(ten.mappings, ElementsAre(L"A 1 E1.x"));
-    const Result eleven = Read("EXPENSIVE ENVELOPED \"B\" = E1.\"y\"");
+    const MappingsResult eleven = MappingsOf("EXPENSIVE ENVELOPED \"B\" = E1.\"y\"");
     EXPECT_EQ(eleven.status, 11);
     EXPECT_THAT(eleven.mappings, IsEmpty());
 }
 
 TEST(MappingSection, UnknownInstanceIsStatus13AndKeepsWhatCameBefore) {
-    const Result result = Read("\"A\" = E1.\"x\", M.\"y\", E2.\"z\" \"B\" = E1.\"b\"");
+    const MappingsResult result =
+        MappingsOf("\"A\" = E1.\"x\", M.\"y\", E2.\"z\" \"B\" = E1.\"b\"");
     EXPECT_EQ(result.status, 13);
     EXPECT_EQ(result.readStatus, 0);
     EXPECT_THAT(result.mappings, ElementsAre(L"A 1 E2.z"));
 }
 
 TEST(MappingSection, TheSameTargetTwiceForOnePropertyIsStatus14) {
-    const Result result =
-        Read("\"A\" = E1.\"x\" WRITE \"a\" = E2.\"y\", e1.\"x\" \"B\" = E1.\"b\"");
+    const MappingsResult result =
+        MappingsOf("\"A\" = E1.\"x\" WRITE \"a\" = E2.\"y\", e1.\"x\" \"B\" = E1.\"b\"");
     EXPECT_EQ(result.status, 14);
     EXPECT_EQ(result.readStatus, 0);
     EXPECT_THAT(result.mappings, ElementsAre(L"A 1 E1.x"));
 }
 
 TEST(MappingSection, EqualityLooksAtTheTargetPropertysCaseAndAtTheProperty) {
-    const Result result = Read("\"A\" = E1.\"x\", E1.\"X\" \"B\" = E1.\"x\"");
+    const MappingsResult result = MappingsOf("\"A\" = E1.\"x\", E1.\"X\" \"B\" = E1.\"x\"");
     EXPECT_EQ(result.status, 0);
     EXPECT_EQ(result.mappings.size(), 3u);
 }
@@ -112,11 +116,11 @@ TEST(MappingSection, ATargetIsFoundTwiceHoweverManyStandBefore) {
             for (int i = 0; i < before; ++i) {
                 statements += "\"A\" = E1.\"x" + std::to_string(i) + "\"\n";
             }
-            const Result once = Read(statements.c_str());
+            const MappingsResult once = MappingsOf(statements.c_str());
             ASSERT_EQ(once.status, 0) << before;
             ASSERT_EQ(once.mappings.size(), static_cast<std::size_t>(before));
             statements += "\"a\" = e1.\"x" + std::to_string(again) + "\"\n\"B\" = E1.\"y\"\n";
-            const Result twice = Read(statements.c_str());
+            const MappingsResult twice = MappingsOf(statements.c_str());
             ASSERT_EQ(twice.status, 14) << again << " of " << before;
             ASSERT_EQ(twice.mappings, once.mappings);
         }

@@ -9,20 +9,20 @@ using testing::ElementsAre;
 
 namespace {
 
-struct Result {
+struct PropertiesResult {
     compositions::Properties properties;
     int status;
     int readStatus;
 };
 
-Result Read(const char* statements) {
+PropertiesResult PropertiesOf(const char* statements) {
     const auto script = ReadScript(ScriptParts{.properties = statements});
     return {script->GetProperties(), script->GetSectionStatuses()[Section::kProperties],
             script->GetReadStatus()};
 }
 
 TEST(Properties, EveryFormOfValueIsKeptAsWritten) {
-    const Result result = Read(
+    const PropertiesResult result = PropertiesOf(
         "\"Text\" = \"A text\"\n\"Number\" = -1.50\n\"Integer\" = 7\n\"Yes\" = True\n"
         "\"No\" = FALSE\n\"Empty\" = \"\"");
     EXPECT_EQ(result.status, 0);
@@ -41,7 +41,7 @@ TEST(Properties, MissingHeaderIsStatus2AndIgnored) {
 }
 
 TEST(Properties, EachAccessWordSetsItsFlag) {
-    const Result result = Read(
+    const PropertiesResult result = PropertiesOf(
         "READ \"r\" = 1 WRITE \"w\" = 1 EXPENSIVE \"x\" = 1 ENVELOPED \"e\" = 1 "
         "NO_INTERPOLATION \"n\" = 1 read Write no_interpolation EXPENSIVE read \"all\" = 1");
     EXPECT_THAT(result.properties,
@@ -51,50 +51,55 @@ TEST(Properties, EachAccessWordSetsItsFlag) {
 }
 
 TEST(Properties, ExpensiveBehindEnvelopedIsStatus10AndEndsTheSection) {
-    const Result result = Read("\"before\" = 1 ENVELOPED EXPENSIVE \"bad\" = 1 \"behind\" = 1");
+    const PropertiesResult result =
+        PropertiesOf("\"before\" = 1 ENVELOPED EXPENSIVE \"bad\" = 1 \"behind\" = 1");
     EXPECT_EQ(result.status, 10);
     EXPECT_EQ(result.readStatus, 0);
     EXPECT_THAT(result.properties, ElementsAre(PropertyRecord{1, L"before", L"1"}));
 }
 
 TEST(Properties, EnvelopedBehindExpensiveIsStatus11AndEndsTheSection) {
-    const Result result = Read("EXPENSIVE WRITE ENVELOPED \"bad\" = 1 \"behind\" = 1");
+    const PropertiesResult result =
+        PropertiesOf("EXPENSIVE WRITE ENVELOPED \"bad\" = 1 \"behind\" = 1");
     EXPECT_EQ(result.status, 11);
     EXPECT_EQ(result.readStatus, 0);
     EXPECT_TRUE(result.properties.empty());
 }
 
 TEST(Properties, AWordThatIsNoAccessWordTakesTheNamesPlace) {
-    EXPECT_THAT(Read("WRITE Sticky READ \"Name\" = 1").properties,
+    EXPECT_THAT(PropertiesOf("WRITE Sticky READ \"Name\" = 1").properties,
                 ElementsAre(PropertyRecord{3, L"Sticky", L"READ"}));
-    EXPECT_THAT(Read("Sticky \"Name\" = 1").properties,
+    EXPECT_THAT(PropertiesOf("Sticky \"Name\" = 1").properties,
                 ElementsAre(PropertyRecord{1, L"Sticky", L"Name"}));
 }
 
 TEST(Properties, ANameThatReadsAsAnAccessWordIsOne) {
-    EXPECT_THAT(Read("READ \"write\" = 5").properties, ElementsAre(PropertyRecord{3, L"5", L""}));
-    EXPECT_THAT(Read("\"WRITE\" = \"text\"").properties,
+    EXPECT_THAT(PropertiesOf("READ \"write\" = 5").properties,
+                ElementsAre(PropertyRecord{3, L"5", L""}));
+    EXPECT_THAT(PropertiesOf("\"WRITE\" = \"text\"").properties,
                 ElementsAre(PropertyRecord{3, L"\"text\"", L""}));
-    EXPECT_THAT(Read("\"WRITE\" = \"\"").properties, ElementsAre(PropertyRecord{3, L"\"\"", L""}));
-    EXPECT_EQ(Read("ENVELOPED \"EXPENSIVE\" = 5").status, 10);
+    EXPECT_THAT(PropertiesOf("\"WRITE\" = \"\"").properties,
+                ElementsAre(PropertyRecord{3, L"\"\"", L""}));
+    EXPECT_EQ(PropertiesOf("ENVELOPED \"EXPENSIVE\" = 5").status, 10);
 }
 
 TEST(Properties, AnEmptyNameIsAName) {
-    EXPECT_THAT(Read("WRITE \"\" = 5").properties, ElementsAre(PropertyRecord{3, L"", L"5"}));
+    EXPECT_THAT(PropertiesOf("WRITE \"\" = 5").properties,
+                ElementsAre(PropertyRecord{3, L"", L"5"}));
 }
 
 TEST(Properties, ANameMayRepeat) {
-    EXPECT_EQ(Read("\"a\" = 1 \"a\" = 2").properties.size(), 2u);
+    EXPECT_EQ(PropertiesOf("\"a\" = 1 \"a\" = 2").properties.size(), 2u);
 }
 
 TEST(Properties, AnotherFormEndsTheSection) {
-    const Result result = Read("\"a\" = 1 \"b\" = %v% \"c\" = 2");
+    const PropertiesResult result = PropertiesOf("\"a\" = 1 \"b\" = %v% \"c\" = 2");
     EXPECT_EQ(result.status, 0);
     EXPECT_EQ(result.properties.size(), 1u);
 }
 
 TEST(Properties, AHeaderWithoutStatementsIsAccepted) {
-    EXPECT_EQ(Read("").status, 0);
+    EXPECT_EQ(PropertiesOf("").status, 0);
 }
 
 }  // namespace

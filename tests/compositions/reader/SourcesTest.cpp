@@ -12,13 +12,13 @@ namespace {
 
 const char* const kRegs = "NAME = \"n\" CATEGORY = \"c\" %Media% = REGS : {\"key\", \"value\"}";
 
-auto Read(const char* statements) {
+auto SourcesOf(const char* statements) {
     return ReadScript(ScriptParts{.setup = kRegs, .sources = statements});
 }
 
 TEST(Sources, ReadsEveryStatementForm) {
-    const auto script =
-        Read("First = 3 Src = INPUT Logo = BITMAP : \"Logo.png\" Clip = MOVIE : \"a\" + \"b\"");
+    const auto script = SourcesOf(
+        "First = 3 Src = INPUT Logo = BITMAP : \"Logo.png\" Clip = MOVIE : \"a\" + \"b\"");
     EXPECT_EQ(script->GetReadStatus(), 0);
     EXPECT_THAT(script->GetNumberedInputs(), ElementsAre(Pair(UpperName(L"first"), 3)));
     EXPECT_THAT(Written(script->GetInputs()), ElementsAre(L"SRC"));
@@ -39,7 +39,7 @@ TEST(Sources, MissingHeaderIsStatus4AndKeepsSetup) {
 }
 
 TEST(Sources, NoStatementsAreAccepted) {
-    const auto script = Read("");
+    const auto script = SourcesOf("");
     EXPECT_EQ(script->GetReadStatus(), 0);
     EXPECT_TRUE(script->GetInputs().empty());
     EXPECT_TRUE(script->GetNumberedInputs().empty());
@@ -47,24 +47,24 @@ TEST(Sources, NoStatementsAreAccepted) {
 }
 
 TEST(Sources, InputWrittenTwiceIsKeptTwice) {
-    EXPECT_THAT(Written(Read("a = INPUT B = input A = INPUT")->GetInputs()),
+    EXPECT_THAT(Written(SourcesOf("a = INPUT B = input A = INPUT")->GetInputs()),
                 ElementsAre(L"A", L"B", L"A"));
 }
 
 TEST(Sources, LaterNumberReplacesTheEarlier) {
-    EXPECT_THAT(Read("In = 1 IN = -2")->GetNumberedInputs(),
+    EXPECT_THAT(SourcesOf("In = 1 IN = -2")->GetNumberedInputs(),
                 ElementsAre(Pair(UpperName(L"IN"), -2)));
 }
 
 TEST(Sources, PartsOfALongPathAreUpperCasedAndLookedUp) {
-    const auto script = Read("Clip = MOVIE : %media% + \"clip.avi\" + \"Media\"");
+    const auto script = SourcesOf("Clip = MOVIE : %media% + \"clip.avi\" + \"Media\"");
     EXPECT_THAT(script->GetMediaSources().at(UpperName(L"CLIP")).items,
                 ElementsAre(MediaItem{true, L"MEDIA"}, MediaItem{false, L"CLIP.AVI"},
                             MediaItem{true, L"MEDIA"}));
 }
 
 TEST(Sources, PathOfOnePartIsNeverAVariable) {
-    const auto script = Read("A = BITMAP : %Media% B = BITMAP : \"Media\"");
+    const auto script = SourcesOf("A = BITMAP : %Media% B = BITMAP : \"Media\"");
     EXPECT_THAT(script->GetMediaSources().at(UpperName(L"A")).items,
                 ElementsAre(MediaItem{false, L"Media"}));
     EXPECT_THAT(script->GetMediaSources().at(UpperName(L"B")).items,
@@ -72,7 +72,7 @@ TEST(Sources, PathOfOnePartIsNeverAVariable) {
 }
 
 TEST(Sources, LaterMediaSourceReplacesKindAndItems) {
-    const auto script = Read("A = BITMAP : \"x\" + \"y\" a = MOVIE : \"z\"");
+    const auto script = SourcesOf("A = BITMAP : \"x\" + \"y\" a = MOVIE : \"z\"");
     ASSERT_EQ(script->GetMediaSources().size(), 1u);
     const auto& media = script->GetMediaSources().at(UpperName(L"A"));
     EXPECT_EQ(media.kind, 1u);
@@ -80,7 +80,7 @@ TEST(Sources, LaterMediaSourceReplacesKindAndItems) {
 }
 
 TEST(Sources, APathThatEndsInAPlusEndsTheSectionBehindItsLastPart) {
-    const auto script = Read("A = BITMAP : \"x\" + B = INPUT");
+    const auto script = SourcesOf("A = BITMAP : \"x\" + B = INPUT");
     EXPECT_EQ(script->GetReadStatus(), 0);
     EXPECT_THAT(script->GetMediaSources().at(UpperName(L"A")).items,
                 ElementsAre(MediaItem{false, L"x"}));
@@ -88,12 +88,12 @@ TEST(Sources, APathThatEndsInAPlusEndsTheSectionBehindItsLastPart) {
 }
 
 TEST(Sources, EmptyPathPartIsKept) {
-    EXPECT_THAT(Read("A = BITMAP : \"\"")->GetMediaSources().at(UpperName(L"A")).items,
+    EXPECT_THAT(SourcesOf("A = BITMAP : \"\"")->GetMediaSources().at(UpperName(L"A")).items,
                 ElementsAre(MediaItem{false, L""}));
 }
 
 TEST(Sources, NamesOfAllSortsMayRepeatEachOther) {
-    const auto script = Read("A = 1 A = INPUT A = BITMAP : \"x\"");
+    const auto script = SourcesOf("A = 1 A = INPUT A = BITMAP : \"x\"");
     EXPECT_EQ(script->GetReadStatus(), 0);
     EXPECT_EQ(script->GetInputs().size(), 1u);
     EXPECT_EQ(script->GetNumberedInputs().size(), 1u);
@@ -101,7 +101,7 @@ TEST(Sources, NamesOfAllSortsMayRepeatEachOther) {
 }
 
 TEST(Sources, AnotherFormEndsTheSection) {
-    const auto script = Read("A = INPUT B = OUTPUT C = INPUT");
+    const auto script = SourcesOf("A = INPUT B = OUTPUT C = INPUT");
     EXPECT_THAT(Written(script->GetInputs()), ElementsAre(L"A"));
     EXPECT_EQ(script->GetReadStatus(), 0);
 }

@@ -21,7 +21,7 @@ auto ReadTimeline(const char* statements, const char* mapping = nullptr) {
                                   .timeline = statements});
 }
 
-int StatusOf(const compositions::CompositionScript& script) {
+int TimelineStatus(const compositions::CompositionScript& script) {
     EXPECT_EQ(script.GetReadStatus(), 0);
     return script.GetSectionStatuses()[Section::kTimeline];
 }
@@ -39,7 +39,7 @@ TEST(Timeline, ReadsEveryFormOfValue) {
     const auto script = ReadTimeline(
         "E1.\"num\" = -1.5 E1.\"int\" = 7 e1.\"text\" = \"A text\" E1.\"var\" = %Folder% "
         "e2.\"curve\" = fade");
-    EXPECT_EQ(StatusOf(*script), 0);
+    EXPECT_EQ(TimelineStatus(*script), 0);
     EXPECT_THAT(
         script->GetTimelineEntries(),
         ElementsAre(Entry(L"E1", L"NUM", L"-1.5", 0), Entry(L"E1", L"INT", L"7", 0),
@@ -48,11 +48,11 @@ TEST(Timeline, ReadsEveryFormOfValue) {
 }
 
 TEST(Timeline, MissingHeaderIsStatus18AndIgnored) {
-    EXPECT_EQ(StatusOf(*ReadScript(ScriptParts{})), 18);
+    EXPECT_EQ(TimelineStatus(*ReadScript(ScriptParts{})), 18);
 }
 
 TEST(Timeline, AHeaderWithoutStatementsIsAccepted) {
-    EXPECT_EQ(StatusOf(*ReadTimeline("")), 0);
+    EXPECT_EQ(TimelineStatus(*ReadTimeline("")), 0);
 }
 
 TEST(Timeline, SeveralTargetsShareTheValueInTheirOrder) {
@@ -64,15 +64,15 @@ TEST(Timeline, SeveralTargetsShareTheValueInTheirOrder) {
 
 TEST(Timeline, UnknownEnvelopeIsStatus12AndEndsTheSection) {
     const auto script = ReadTimeline("E1.\"a\" = 1 E1.\"b\" = Nobody E1.\"c\" = 2");
-    EXPECT_EQ(StatusOf(*script), 12);
+    EXPECT_EQ(TimelineStatus(*script), 12);
     EXPECT_THAT(script->GetTimelineEntries(), ElementsAre(Entry(L"E1", L"A", L"1", 0)));
-    EXPECT_EQ(StatusOf(*ReadTimeline("E1.\"b\" = TRUE")), 12);
+    EXPECT_EQ(TimelineStatus(*ReadTimeline("E1.\"b\" = TRUE")), 12);
 }
 
 TEST(Timeline, AMappedTargetCannotCarryAnEnvelope) {
     const auto script = ReadTimeline("E1.\"a\" = Fade E2.\"x\", E1.\"GAIN\" = Fade E1.\"z\" = 1",
                                      "\"P\" = E1.\"Gain\"");
-    EXPECT_EQ(StatusOf(*script), 19);
+    EXPECT_EQ(TimelineStatus(*script), 19);
     EXPECT_THAT(script->GetTimelineEvents(), ElementsAre(Event(L"E1", L"A")));
     EXPECT_THAT(script->GetTimelineEntries(), IsEmpty());
 }
@@ -88,19 +88,20 @@ TEST(Timeline, AMappedTargetIsFoundHoweverManyThereAre) {
                                                        .mapping = mapping.c_str(),
                                                        .envelopes = "F = {1}, {0, HOLD}",
                                                        .timeline = timeline.c_str()});
-            ASSERT_EQ(StatusOf(*script), mapped < count ? 19 : 0) << mapped << " of " << count;
+            ASSERT_EQ(TimelineStatus(*script), mapped < count ? 19 : 0)
+                << mapped << " of " << count;
         }
     }
 }
 
 TEST(Timeline, AMappedTargetMayHaveAValue) {
     const auto script = ReadTimeline("E1.\"gain\" = 1", "\"P\" = E1.\"Gain\"");
-    EXPECT_EQ(StatusOf(*script), 0);
+    EXPECT_EQ(TimelineStatus(*script), 0);
     EXPECT_EQ(script->GetTimelineEntries().size(), 1u);
 }
 
 TEST(Timeline, TheEnvelopeIsLookedUpBeforeTheMappings) {
-    EXPECT_EQ(StatusOf(*ReadTimeline("E1.\"gain\" = Nobody", "\"P\" = E1.\"Gain\"")), 12);
+    EXPECT_EQ(TimelineStatus(*ReadTimeline("E1.\"gain\" = Nobody", "\"P\" = E1.\"Gain\"")), 12);
 }
 
 TEST(Timeline, UndeclaredInstancesAreKept) {
@@ -110,7 +111,7 @@ TEST(Timeline, UndeclaredInstancesAreKept) {
 
 TEST(Timeline, AValueOfNoKnownFormAddsNothing) {
     const auto script = ReadTimeline("E1.\"a\" = 1 E1.\"b\", E2.\"c\" = {5}");
-    EXPECT_EQ(StatusOf(*script), 0);
+    EXPECT_EQ(TimelineStatus(*script), 0);
     EXPECT_EQ(script->GetTimelineEntries().size(), 1u);
     EXPECT_THAT(script->GetTimelineEvents(), IsEmpty());
 }
@@ -124,7 +125,7 @@ TEST(Timeline, EnvelopesDroppedByTheirSectionAreUnknownHere) {
     const auto script =
         ReadScript(ScriptParts{.envelopes = "A = {1}, {0, SPLINE}", .timeline = "E.\"p\" = A"});
     EXPECT_EQ(script->GetSectionStatuses()[Section::kEnvelopes], 17);
-    EXPECT_EQ(StatusOf(*script), 12);
+    EXPECT_EQ(TimelineStatus(*script), 12);
 }
 
 }  // namespace

@@ -193,7 +193,7 @@ public:
     std::wstring GetName() const override { return Answer(3), L"n"; }
     std::wstring GetCategory() const override { return Answer(4), L"c"; }
     bool IsFilter() const override { return Answer(0), true; }
-    const Names& GetInputs() const override { return Answer(1), d_.inputs; }
+    const compositions::Names& GetInputs() const override { return Answer(1), d_.inputs; }
     const NumberedInputs& GetNumberedInputs() const override {
         return Answer(2), d_.numberedInputs;
     }
@@ -213,7 +213,7 @@ public:
     }
     const TimelineEvents& GetTimelineEvents() const override { return Refuse(), d_.timelineEvents; }
     const StructureNode& GetStructure() const override { return Refuse(), d_.structure; }
-    const Names& GetMixes() const override { return Refuse(), d_.mixes; }
+    const compositions::Names& GetMixes() const override { return Refuse(), d_.mixes; }
     const RegistryValues& GetRegistryValues() const override { return Refuse(), d_.registryValues; }
 
 private:

@@ -16,7 +16,7 @@ using helpers::scripting::LexemDefinition;
 using test_language::TestScript;
 namespace characters = compositions::characters;
 
-struct Row {
+struct LexemRow {
     std::uint32_t kind;
     const char* input;
     bool read;
@@ -24,10 +24,10 @@ struct Row {
     std::size_t position;
 };
 
-class CompositionLexem : public testing::TestWithParam<Row> {};
+class CompositionLexem : public testing::TestWithParam<LexemRow> {};
 
 TEST_P(CompositionLexem, IsReadAsItsDefinitionSays) {
-    const Row& row = GetParam();
+    const LexemRow& row = GetParam();
     CompInterpreter interpreter{std::string_view(row.input)};
     std::wstring text = L"untouched";
     EXPECT_EQ(interpreter.get_lexem(row.kind, text), row.read);
@@ -45,30 +45,37 @@ using namespace compositions;
 INSTANTIATE_TEST_SUITE_P(
     Every, CompositionLexem,
     testing::Values(
-        Row{LxDigits, "12_3 4", true, L"12_3", 4}, Row{LxDigits, "1.5", true, L"1", 1},
-        Row{LxDigits, "12\"", true, L"12", 2}, Row{LxDigits, " x", false, L"", 1},
-        Row{LxDigits, "12a", true, L"12", 2}, Row{LxMinus, "-5", true, L"-", 1},
-        Row{LxMinus, "- 5", true, L"- ", 2}, Row{LxMinus, "-a", false, L"", kNoPosition},
-        Row{LxPlus, "++", true, L"+", 1}, Row{LxPlus, "-", false, L"", 0},
-        Row{LxPoint, ".5", true, L".", 1}, Row{LxPoint, ". \"", true, L". ", 2},
-        Row{LxPoint, ".x", false, L"", kNoPosition}, Row{LxIdent, "  Name=", true, L"Name", 6},
-        Row{LxIdent, "_", true, L"_", 1}, Row{LxIdent, "CAM_1.", true, L"CAM_1", 5},
-        Row{LxIdent, "a\xE9<#/ b", true, L"a\xFFE9<#/", 5}, Row{LxIdent, "1a", false, L"", 0},
-        Row{LxOpenBracket, "[a", true, L"[", 1}, Row{LxOpenBracket, "[[7a", true, L"[[7", 3},
-        Row{LxOpenBracket, "[", true, L"[", 1}, Row{LxCloseBracket, "] ", true, L"]", 1},
-        Row{LxCloseBracket, "]", true, L"]", 1}, Row{LxCloseBracket, "]\r\n", true, L"]", 1},
-        Row{LxCloseBracket, "]= ", false, L"", 0}, Row{LxCloseBracket, "]] ", false, L"", 0},
-        Row{LxCloseBracket, "];", false, L"", 0}, Row{LxQuote, "\"abc\"", true, L"\"", 1},
-        Row{LxStringBody, "abc\"", true, L"abc", 3}, Row{LxStringBody, "\"", false, L"", 0},
-        Row{LxStringBody, "  a =+_\xE9 \"", true, L"a =+_\xFFE9 ", 9},
-        Row{LxStringBody, "+a\"", false, L"", 0}, Row{LxStringBody, "_a\"", false, L"", 0},
-        Row{LxStringBody, "abc", false, L"", kNoPosition}, Row{LxEquals, "==", true, L"=", 1},
-        Row{LxPercent, " %%", true, L"%", 2}, Row{LxComma, ",,", true, L",", 1},
-        Row{LxColon, ":", true, L":", 1}, Row{LxOpenBrace, "{{", true, L"{", 1},
-        Row{LxCloseBrace, "}}", true, L"}", 1}, Row{LxOpenParen, "((", true, L"(", 1},
-        Row{LxCloseParen, "))", true, L")", 1}, Row{LxCloseParen, "(", false, L"", 0},
-        Row{1, "1", false, L"", 0}, Row{5, "x", false, L"", 0}, Row{99, "x", false, L"", 0},
-        Row{0xFFFFFFFF, "x", false, L"", 0}));
+        LexemRow{LxDigits, "12_3 4", true, L"12_3", 4}, LexemRow{LxDigits, "1.5", true, L"1", 1},
+        LexemRow{LxDigits, "12\"", true, L"12", 2}, LexemRow{LxDigits, " x", false, L"", 1},
+        LexemRow{LxDigits, "12a", true, L"12", 2}, LexemRow{LxMinus, "-5", true, L"-", 1},
+        LexemRow{LxMinus, "- 5", true, L"- ", 2}, LexemRow{LxMinus, "-a", false, L"", kNoPosition},
+        LexemRow{LxPlus, "++", true, L"+", 1}, LexemRow{LxPlus, "-", false, L"", 0},
+        LexemRow{LxPoint, ".5", true, L".", 1}, LexemRow{LxPoint, ". \"", true, L". ", 2},
+        LexemRow{LxPoint, ".x", false, L"", kNoPosition},
+        LexemRow{LxIdent, "  Name=", true, L"Name", 6}, LexemRow{LxIdent, "_", true, L"_", 1},
+        LexemRow{LxIdent, "CAM_1.", true, L"CAM_1", 5},
+        LexemRow{LxIdent, "a\xE9<#/ b", true, L"a\xFFE9<#/", 5},
+        LexemRow{LxIdent, "1a", false, L"", 0}, LexemRow{LxOpenBracket, "[a", true, L"[", 1},
+        LexemRow{LxOpenBracket, "[[7a", true, L"[[7", 3},
+        LexemRow{LxOpenBracket, "[", true, L"[", 1}, LexemRow{LxCloseBracket, "] ", true, L"]", 1},
+        LexemRow{LxCloseBracket, "]", true, L"]", 1},
+        LexemRow{LxCloseBracket, "]\r\n", true, L"]", 1},
+        LexemRow{LxCloseBracket, "]= ", false, L"", 0},
+        LexemRow{LxCloseBracket, "]] ", false, L"", 0},
+        LexemRow{LxCloseBracket, "];", false, L"", 0}, LexemRow{LxQuote, "\"abc\"", true, L"\"", 1},
+        LexemRow{LxStringBody, "abc\"", true, L"abc", 3},
+        LexemRow{LxStringBody, "\"", false, L"", 0},
+        LexemRow{LxStringBody, "  a =+_\xE9 \"", true, L"a =+_\xFFE9 ", 9},
+        LexemRow{LxStringBody, "+a\"", false, L"", 0},
+        LexemRow{LxStringBody, "_a\"", false, L"", 0},
+        LexemRow{LxStringBody, "abc", false, L"", kNoPosition},
+        LexemRow{LxEquals, "==", true, L"=", 1}, LexemRow{LxPercent, " %%", true, L"%", 2},
+        LexemRow{LxComma, ",,", true, L",", 1}, LexemRow{LxColon, ":", true, L":", 1},
+        LexemRow{LxOpenBrace, "{{", true, L"{", 1}, LexemRow{LxCloseBrace, "}}", true, L"}", 1},
+        LexemRow{LxOpenParen, "((", true, L"(", 1}, LexemRow{LxCloseParen, "))", true, L")", 1},
+        LexemRow{LxCloseParen, "(", false, L"", 0}, LexemRow{1, "1", false, L"", 0},
+        LexemRow{5, "x", false, L"", 0}, LexemRow{99, "x", false, L"", 0},
+        LexemRow{0xFFFFFFFF, "x", false, L"", 0}));
 
 TEST(Lexer, QuoteBodyQuoteAreThreeLexems) {
     CompInterpreter interpreter(std::string_view("\"abc\""));

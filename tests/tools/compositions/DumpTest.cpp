@@ -21,7 +21,7 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 
-constexpr const char* kScript =
+constexpr const char* kDumpedScript =
     "[SETUP]\nNAME = \"B\xE4r\\1\"\nCATEGORY = \"Tests\"\nSPEED = -2147483648\nSWAP = FALSE\n"
     "%Art% = REGS : {\"a\", \"b\"}\n"
     "[SOURCES]\nIn = INPUT\nIn = INPUT\nBack = 3\nLogo = BITMAP : %Art% + \"x.png\"\n"
@@ -90,7 +90,7 @@ compositions::CompositionDescription Halves() {
 
 TEST(Dump, HoldsEverythingThatTheLibraryKeepsAsItKeepsIt) {
     const ScratchFolder scratch;
-    const std::string file = scratch.Write("a.txt", kScript);
+    const std::string file = scratch.Write("a.txt", kDumpedScript);
     const ToolRun run = RunTool({"dump", file});
     EXPECT_EQ(run.code, 0) << run.err;
     EXPECT_EQ(run.err, "");
@@ -106,7 +106,7 @@ TEST(Dump, HoldsEverythingThatTheLibraryKeepsAsItKeepsIt) {
 
 TEST(Dump, AnArchiveGivesTheSameButForTheStatuses) {
     const ScratchFolder scratch;
-    const std::string archive = WriteArchiveOf(scratch, "a.dat", ReadDescription(kScript));
+    const std::string archive = WriteArchiveOf(scratch, "a.dat", ReadDescription(kDumpedScript));
     const Json document = RunForJson({"dump", archive}, 0);
     for (const auto& [key, value] : kExpected.items()) EXPECT_EQ(document[key], value) << key;
     EXPECT_EQ(document["source"]["kind"], "archive");
@@ -118,7 +118,7 @@ TEST(Dump, EveryDocumentIsValidAndTheSchemaHoldsNothingElse) {
     JsonSchema schema(Json::parse(ReadFile(TARNEX_DOCS "/description.schema.json")));
     const ScratchFolder scratch;
     std::vector<std::string> files = ExampleScripts();
-    files.push_back(scratch.Write("all.txt", kScript));
+    files.push_back(scratch.Write("all.txt", kDumpedScript));
     files.push_back(scratch.Write("empty.txt", ""));
     files.push_back(WriteArchiveOf(scratch, "everything.mxf", samples::Everything()));
     files.push_back(WriteArchiveOf(scratch, "halves.mxf", Halves()));
@@ -154,7 +154,7 @@ TEST(Dump, ARefusedScriptIsShownAsFarAsItWasReadWithEveryStatus) {
 
 TEST(Dump, ASectionThatEndedAtARefusedStatementIsAFinding) {
     const ScratchFolder scratch;
-    const std::string script = std::string(kScript) + "Blur.\"X\" = Nowhere\n";
+    const std::string script = std::string(kDumpedScript) + "Blur.\"X\" = Nowhere\n";
     const ToolRun run = RunTool({"dump", scratch.Write("a.txt", script)});
     EXPECT_EQ(run.code, 1);
     EXPECT_THAT(run.err, HasSubstr("TIMELINE ended early: status 12"));
@@ -163,7 +163,7 @@ TEST(Dump, ASectionThatEndedAtARefusedStatementIsAFinding) {
 
 TEST(Dump, OutputGoesWholeIntoAFileThatIsNotTheInput) {
     const ScratchFolder scratch;
-    const std::string script = scratch.Write("a.txt", kScript);
+    const std::string script = scratch.Write("a.txt", kDumpedScript);
     const std::string output = scratch.Write("a.json", "old");
     const ToolRun run = RunTool({"dump", script, "-o", output});
     EXPECT_EQ(run.code, 0);
@@ -171,7 +171,7 @@ TEST(Dump, OutputGoesWholeIntoAFileThatIsNotTheInput) {
     EXPECT_EQ(Json::parse(ReadFile(output))["category"], "Tests");
     EXPECT_EQ(RunForJson({"dump", script, "-o", output}, 0)["output"], output);
     EXPECT_EQ(RunTool({"dump", script, "-o", script}).code, 2);
-    EXPECT_EQ(ReadFile(script), kScript);
+    EXPECT_EQ(ReadFile(script), kDumpedScript);
     EXPECT_EQ(RunTool({"dump", script, "-o", ""}).code, 2);
     EXPECT_EQ(RunTool({"dump", script, "-o", script + "/below/x"}).code, 3);
     EXPECT_EQ(RunTool({"dump", script, "-o", PathOf(scratch)}).code, 4);

@@ -21,7 +21,7 @@ using testing::Contains;
 using testing::ElementsAre;
 using testing::HasSubstr;
 
-constexpr const char* kScript =
+constexpr const char* kDrawnScript =
     "[SETUP]\nNAME = \"Two\" CATEGORY = \"Tests\"\n%Art% = REGS : {\"a\", \"b\"}\n"
     "[SOURCES]\nIn = INPUT\nBack = 3\nLogo = BITMAP : %Art% + \"x.png\"\n"
     "[EFFECTS]\nBlur = \"Blur\\Video\"\nJoin = MIX\n"
@@ -30,7 +30,7 @@ constexpr const char* kScript =
 
 TEST(Graph, DotHoldsSourcesEffectsMixesAndMappings) {
     const ScratchFolder scratch;
-    const ToolRun run = RunTool({"graph", scratch.Write("a.txt", kScript)});
+    const ToolRun run = RunTool({"graph", scratch.Write("a.txt", kDrawnScript)});
     EXPECT_EQ(run.code, 0) << run.err;
     EXPECT_EQ(run.out, R"(digraph "Two\\Tests" {
     rankdir=LR;
@@ -61,7 +61,7 @@ TEST(Graph, DotHoldsSourcesEffectsMixesAndMappings) {
 
 TEST(Graph, ThePictureShowsEveryNameAndTheMappingOnItsEdge) {
     const ScratchFolder scratch;
-    const ToolRun run = RunTool({"graph", "--format", "svg", scratch.Write("a.txt", kScript)});
+    const ToolRun run = RunTool({"graph", "--format", "svg", scratch.Write("a.txt", kDrawnScript)});
     EXPECT_EQ(run.code, 0) << run.err;
     EXPECT_EQ(XmlProblem(run.out), "");
     EXPECT_THAT(XmlTexts(run.out, "text"),
@@ -73,7 +73,7 @@ TEST(Graph, ThePictureShowsEveryNameAndTheMappingOnItsEdge) {
 
 TEST(Graph, JsonHoldsTheNodes) {
     const ScratchFolder scratch;
-    const Json document = RunForJson({"graph", scratch.Write("a.txt", kScript)}, 0);
+    const Json document = RunForJson({"graph", scratch.Write("a.txt", kDrawnScript)}, 0);
     ASSERT_EQ(document["nodes"].size(), 9u);
     EXPECT_EQ(document["nodes"][3], Json::parse(R"({"name": "SIZE", "kind": "property", "feeds": 2,
                                                     "targetProperty": "Radius"})"));
@@ -81,7 +81,7 @@ TEST(Graph, JsonHoldsTheNodes) {
 
 TEST(Graph, TheOutputFilesExtensionDecidesWithoutAFormat) {
     const ScratchFolder scratch;
-    const std::string script = scratch.Write("a.txt", kScript);
+    const std::string script = scratch.Write("a.txt", kDrawnScript);
     EXPECT_EQ(RunTool({"graph", script, "-o", PathOf(scratch) + "/g.svg"}).code, 0);
     EXPECT_EQ(XmlProblem(ReadFile(PathOf(scratch) + "/g.svg")), "");
     EXPECT_EQ(RunTool({"graph", script, "-o", PathOf(scratch) + "/g.gv"}).code, 0);
@@ -110,7 +110,7 @@ TEST(Graph, WhateverAnArchiveHoldsIsDrawnInBothForms) {
 
 TEST(Graph, MarkupQuotesAndBytesOfAScriptAreShownAsTheyAre) {
     const ScratchFolder scratch;
-    std::string script = kScript;
+    std::string script = kDrawnScript;
     // The letter stands in UTF-8, as an author's editor wrote it.
     script.replace(script.find("Blur\\Video"), 10, "a<b>&'\\N\\\xC3\xA4\x01 </text>");
     const std::string file = scratch.Write("a.txt", script);
@@ -141,7 +141,7 @@ TEST(Graph, ARefusedScriptIsAFindingAndSaysWhy) {
     EXPECT_EQ(DotProblem(run.out), "");
     // Refused for its inputs, its structure is whole.
     const ScratchFolder scratch;
-    std::string filter = kScript;
+    std::string filter = kDrawnScript;
     filter.insert(filter.find("%Art%"), "IS_FILTER = TRUE\n");
     const ToolRun whole = RunTool({"graph", scratch.Write("a.txt", filter)});
     EXPECT_EQ(whole.code, 1);

@@ -46,7 +46,7 @@ std::vector<Json> HoldingsOf(const CompositionDescription& d) {
             d.swap};
 }
 
-std::string Shown(const Json& holding) {
+std::string Cell(const Json& holding) {
     if (holding.is_string()) return "\"" + holding.get<std::string>() + "\"";
     if (holding.is_boolean()) return holding.get<bool>() ? "yes" : "no";
     return holding.dump();
@@ -69,8 +69,8 @@ ExitCode InspectArchive(const std::string& file, const Arguments&, Session& sess
         const std::uint64_t begin = reading.fieldOffsets[i];
         const bool isLast = i + 1 == holdings.size();
         const std::uint64_t size = (isLast ? reading.end : reading.fieldOffsets[i + 1]) - begin;
-        table.Add({std::to_string(begin), std::to_string(size), kArchiveFields.at(i),
-                   Shown(holdings[i])});
+        table.Add(
+            {std::to_string(begin), std::to_string(size), kArchiveFields.at(i), Cell(holdings[i])});
         fields.push_back({{"field", kArchiveFields.at(i)},
                           {"offset", begin},
                           {"bytes", size},

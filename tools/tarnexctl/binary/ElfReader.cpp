@@ -20,7 +20,7 @@ constexpr std::uint64_t kStringTable = 5;
 constexpr std::uint64_t kSearchPath = 15;
 constexpr std::uint64_t kRunSearchPath = 29;
 
-std::string MachineName(std::uint16_t machine) {
+std::string ElfMachineName(std::uint16_t machine) {
     switch (machine) {
         case 62:
             return "x64";
@@ -48,7 +48,7 @@ public:
     LibraryImage Read() {
         image_.format = ImageFormat::kElf;
         if (!file_.Has(0, 64)) Damaged("it ends within its header");
-        image_.machine = MachineName(file_.U16(18));
+        image_.machine = ElfMachineName(file_.U16(18));
         image_.isLibrary = file_.U16(16) == kSharedObject;
         if (file_.U16(4) == kClass64LittleEndian) {
             ReadSegments();

@@ -19,7 +19,7 @@ constexpr int kDirectoryExport = 0;
 constexpr int kDirectoryImport = 1;
 constexpr int kDirectoryDelayImport = 13;
 
-std::string MachineName(std::uint16_t machine) {
+std::string PeMachineName(std::uint16_t machine) {
     switch (machine) {
         case 0x8664:
             return "x64";
@@ -37,7 +37,7 @@ std::string MachineName(std::uint16_t machine) {
     return number;
 }
 
-struct Section {
+struct SectionHeader {
     std::uint32_t address;
     std::uint32_t fileSize;
     std::uint32_t fileOffset;
@@ -68,7 +68,7 @@ private:
         if (file_.U32(pe) != kPeSignature) {
             return Damaged("it begins like a Windows library but has no PE header");
         }
-        image_.machine = MachineName(file_.U16(pe + 4));
+        image_.machine = PeMachineName(file_.U16(pe + 4));
         sectionCount_ = file_.U16(pe + 6);
         const std::uint64_t optionalSize = file_.U16(pe + 20);
         image_.isLibrary = (file_.U16(pe + 22) & kCharacteristicDll) != 0;
@@ -105,7 +105,7 @@ private:
 
     // Where the byte with that address stands in the file; beyond its end when nowhere.
     std::uint64_t OffsetOf(std::uint64_t address) const {
-        for (const Section& section : sections_) {
+        for (const SectionHeader& section : sections_) {
             if (address >= section.address && address - section.address < section.fileSize) {
                 return address - section.address + section.fileOffset;
             }
@@ -186,7 +186,7 @@ private:
     std::uint64_t sectionTable_ = 0;
     std::uint64_t directoryTable_ = 0;
     std::uint64_t directoryCount_ = 0;
-    std::vector<Section> sections_;
+    std::vector<SectionHeader> sections_;
 };
 
 }  // namespace

@@ -12,12 +12,6 @@ std::string Where(const std::string& file, const Place& place) {
            std::to_string(place.column) + ": ";
 }
 
-std::string Joined(const std::vector<std::string>& items, const char* separator) {
-    std::string joined;
-    for (const std::string& item : items) joined += (joined.empty() ? "" : separator) + item;
-    return joined;
-}
-
 void PrintExcerpt(Writer& out, const SourceText& source, const Diagnostic& diagnostic,
                   Severity severity) {
     const Excerpt excerpt = source.Around(diagnostic.range);

@@ -8,7 +8,7 @@ using namespace std::string_view_literals;
 
 // clang-format off
 // C1: what is found before a script is read, or among several.
-constexpr DiagnosticKind kKinds[] = {
+constexpr DiagnosticKind kFileKinds[] = {
     {"C101", kError, "the script is empty",
      "A file without a byte counts as one that is not there.",
      "",
@@ -35,7 +35,7 @@ constexpr DiagnosticKind kKinds[] = {
 }  // namespace
 
 std::span<const DiagnosticKind> FileKinds() {
-    return kKinds;
+    return kFileKinds;
 }
 
 }  // namespace tarnexctl

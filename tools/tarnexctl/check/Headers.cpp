@@ -11,7 +11,7 @@ namespace {
 namespace characters = compositions::characters;
 using compositions::kSectionCount;
 
-bool Holds(std::wstring_view set, wchar_t character) {
+bool SetHolds(std::wstring_view set, wchar_t character) {
     return set.find(character) != std::wstring_view::npos;
 }
 
@@ -57,13 +57,13 @@ std::vector<BracketedWord> FindBracketedWords(std::wstring_view text) {
     for (std::size_t begin = text.find(L'['); begin != text.npos; begin = text.find(L'[', begin)) {
         const std::size_t first = BehindBlanks(text, ++begin);
         std::size_t last = first;
-        while (last < text.size() && !Holds(characters::kAfterIdent, text[last])) ++last;
+        while (last < text.size() && !SetHolds(characters::kAfterIdent, text[last])) ++last;
         const std::size_t close = BehindBlanks(text, last);
         if (last == first || close == text.size() || text[close] != L']') continue;
-        if (!Holds(characters::kIdentStart, text[first])) continue;
+        if (!SetHolds(characters::kIdentStart, text[first])) continue;
         const std::wstring_view word = text.substr(first, last - first);
         const bool blankBehind =
-            close + 1 < text.size() && Holds(characters::kBlanks, text[close + 1]);
+            close + 1 < text.size() && SetHolds(characters::kBlanks, text[close + 1]);
         found.push_back({begin - 1, close + 1, word, blankBehind, SectionOf(word)});
     }
     return found;

@@ -13,7 +13,7 @@ namespace {
 using namespace compositions;
 
 constexpr std::size_t kFirstKey = 2;  // behind an envelope's name and count
-constexpr std::wstring_view kKinds[] = {L"LINEAR", L"COSINE", L"CUBIC", L"HERMITE", L"HOLD"};
+constexpr std::wstring_view kKeyKinds[] = {L"LINEAR", L"COSINE", L"CUBIC", L"HERMITE", L"HOLD"};
 
 class IgnoredStatuses {
 public:
@@ -45,9 +45,10 @@ public:
                                  "the envelope " + Quoted(record.culprit) + " is there already",
                                  FirstEnvelope(record.culprit));
             case status::kUnknownKind:
-                return Say("C406", refused, FirstPiece(refused, record.culprit, kFirstKey),
-                           "there is no kind " + Quoted(record.culprit),
-                           DidYouMean(record.culprit, {std::begin(kKinds), std::end(kKinds)}));
+                return Say(
+                    "C406", refused, FirstPiece(refused, record.culprit, kFirstKey),
+                    "there is no kind " + Quoted(record.culprit),
+                    DidYouMean(record.culprit, {std::begin(kKeyKinds), std::end(kKeyKinds)}));
             case status::kFaultyStatement:
                 return SayNoEnvelope(refused, record.culprit);
             case status::kTargetIsMapped:

@@ -7,7 +7,7 @@ using enum Severity;
 
 // clang-format off
 // C2: why the library refuses a script. Nothing of it can be used.
-constexpr DiagnosticKind kKinds[] = {
+constexpr DiagnosticKind kRefusalKinds[] = {
     {"C201", kError, "no SETUP section",
      "SETUP must be there (read status 1). It is looked for in the whole script; a header "
      "needs a blank behind its \"]\" and counts in no comment.",
@@ -131,7 +131,7 @@ constexpr DiagnosticKind kKinds[] = {
 }  // namespace
 
 std::span<const DiagnosticKind> RefusalKinds() {
-    return kKinds;
+    return kRefusalKinds;
 }
 
 }  // namespace tarnexctl

@@ -7,7 +7,7 @@ using enum Severity;
 
 // clang-format off
 // C4: statements that lose something, or end a section that stops nothing else.
-constexpr DiagnosticKind kKinds[] = {
+constexpr DiagnosticKind kStatementKinds[] = {
     {"C401", kError, "EXPENSIVE behind ENVELOPED",
      "An expensive property can never be enveloped. The statement and all behind it in its "
      "section are dropped.",
@@ -162,7 +162,7 @@ constexpr DiagnosticKind kKinds[] = {
 }  // namespace
 
 std::span<const DiagnosticKind> StatementKinds() {
-    return kKinds;
+    return kStatementKinds;
 }
 
 }  // namespace tarnexctl

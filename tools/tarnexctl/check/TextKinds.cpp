@@ -7,7 +7,7 @@ using enum Severity;
 
 // clang-format off
 // C3: text that is not read, or not as it looks.
-constexpr DiagnosticKind kKinds[] = {
+constexpr DiagnosticKind kTextKinds[] = {
     {"C301", kError, "a section ends before the next header",
      "Nothing marks a section's end: it ends at the first text that is none of its statements, "
      "and what follows, up to the next header, is never read.",
@@ -210,7 +210,7 @@ constexpr DiagnosticKind kKinds[] = {
 }  // namespace
 
 std::span<const DiagnosticKind> TextKinds() {
-    return kKinds;
+    return kTextKinds;
 }
 
 }  // namespace tarnexctl

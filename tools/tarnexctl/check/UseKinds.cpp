@@ -7,7 +7,7 @@ using enum Severity;
 
 // clang-format off
 // C5: what is declared and not used as it should be.
-constexpr DiagnosticKind kKinds[] = {
+constexpr DiagnosticKind kUseKinds[] = {
     {"C501", kWarning, "an input that is never wired",
      "STRUCTURE does not name it, so the host's picture goes nowhere.",
      "[SOURCES]\n"
@@ -168,7 +168,7 @@ constexpr DiagnosticKind kKinds[] = {
 }  // namespace
 
 std::span<const DiagnosticKind> UseKinds() {
-    return kKinds;
+    return kUseKinds;
 }
 
 }  // namespace tarnexctl

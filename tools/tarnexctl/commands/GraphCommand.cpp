@@ -10,7 +10,7 @@
 namespace tarnexctl {
 namespace {
 
-const std::vector<std::string>& Formats() {
+const std::vector<std::string>& GraphFormats() {
     static const std::vector<std::string> kFormats = {"dot", "svg"};
     return kFormats;
 }
@@ -39,7 +39,7 @@ ExitCode RunGraph(const Arguments& arguments, Session& session) {
         fine = false;
     }
     if (!session.JsonWanted() || arguments.Has("--output")) {
-        const bool picture = WantedFormat(arguments, Formats()) == "svg";
+        const bool picture = WantedFormat(arguments, GraphFormats()) == "svg";
         WriteResult(arguments, session, name, picture ? GraphPicture(graph) : DotText(graph));
     }
     if (session.JsonWanted()) session.Document()["nodes"] = GraphDocument(graph);
@@ -62,7 +62,7 @@ CommandSpec GraphCommand() {
         "What was read of a script that is refused is drawn all the same. Exit code 1 when it is "
         "refused, a section of it ended at a statement that was, or nothing feeds the output."};
     command.arguments = {{"FILE", "The script or archive.", ValueKind::kFile}};
-    command.options = {FormatOption(Formats()), OutputOption("Write the drawing to a file.")};
+    command.options = {FormatOption(GraphFormats()), OutputOption("Write the drawing to a file.")};
     command.examples = {
         {"tarnexctl graph -o glow.svg glow.txt", "A picture of the structure."},
         {"tarnexctl graph glow.txt | dot -Tpng -o glow.png", "The same drawn by another program."}};

@@ -40,7 +40,7 @@ const ListedEffect& FindEffect(const EffectList& list, const std::string& wanted
                   hint);
 }
 
-std::string Shown(const Json& property, const char* key) {
+std::string Cell(const Json& property, const char* key) {
     if (!property.contains(key)) return "";
     const Json& value = property[key];
     return value.is_string() ? value.get<std::string>() : value.dump();
@@ -53,11 +53,11 @@ void PrintProperties(Writer& out, const Json& properties) {
     }
     Columns table({"PROPERTY", "TYPE", "ACCESS", "RANGE", "DEFAULT", "VALUE"});
     for (const Json& property : properties) {
-        const std::string min = Shown(property, "min");
+        const std::string min = Cell(property, "min");
         table.Add({property.value("name", ""), property.value("type", "?"),
                    property.value("access", "?"),
-                   min.empty() ? "" : min + " to " + Shown(property, "max"),
-                   Shown(property, "default"), Shown(property, "value")});
+                   min.empty() ? "" : min + " to " + Cell(property, "max"),
+                   Cell(property, "default"), Cell(property, "value")});
     }
     out << "\n";
     table.Print(out);

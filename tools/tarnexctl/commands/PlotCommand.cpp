@@ -16,7 +16,7 @@ namespace {
 
 using compositions::Envelopes;
 
-const std::vector<std::string>& Formats() {
+const std::vector<std::string>& PlotFormats() {
     static const std::vector<std::string> kFormats = {"csv", "svg"};
     return kFormats;
 }
@@ -71,7 +71,7 @@ ExitCode RunPlot(const Arguments& arguments, Session& session) {
     if (fine && envelopes.empty()) session.Warn(InQuotes(name) + " has no envelopes");
     if (!session.JsonWanted() || arguments.Has("--output")) {
         std::vector<std::string> problems;
-        const bool picture = WantedFormat(arguments, Formats()) == "svg";
+        const bool picture = WantedFormat(arguments, PlotFormats()) == "svg";
         const std::string title = Printable(AuthorText(loaded.Get().name));
         WriteResult(arguments, session, name,
                     picture ? EnvelopePicture(title, envelopes, problems) : CsvOf(envelopes));
@@ -96,7 +96,7 @@ CommandSpec PlotCommand() {
         "Exit code 1 when the script is refused, a section of it ended at a statement that was, or "
         "a point is written with a number that has no place in a picture."};
     command.arguments = {{"FILE", "The script or archive.", ValueKind::kFile}};
-    command.options = {FormatOption(Formats()),
+    command.options = {FormatOption(PlotFormats()),
                        {"--envelope",
                         "-e",
                         "NAME",

@@ -16,21 +16,21 @@ namespace {
 using compositions::Envelope;
 using compositions::EnvelopeKey;
 
-constexpr int kMargin = 24;
-constexpr int kHeader = 44;
+constexpr int kPlotMargin = 24;
+constexpr int kPlotHeader = 44;
 constexpr int kWidth = 760;
 constexpr int kPanelHeight = 220;
 constexpr int kPlotLeft = 120;  // room for the values' texts
 constexpr int kPlotWidth = 600;
 constexpr int kPlotTop = 40;
 constexpr int kPlotHeight = 130;
-constexpr int kLine = 18;
+constexpr int kPlotLine = 18;
 
 constexpr const char* kNote =
     "Points as written. What lies between them is the engine's: HOLD is drawn held, LINEAR "
     "straight; a dashed line only joins.";
 
-constexpr const char* kStyle =
+constexpr const char* kPlotStyle =
     ".page { fill: #ffffff; }\n"
     "text { font-family: sans-serif; font-size: 13px; fill: #1f2430; }\n"
     ".title { font-size: 16px; font-weight: bold; }\n"
@@ -42,7 +42,7 @@ constexpr const char* kStyle =
     ".joined { fill: none; stroke: #2b6cb0; stroke-width: 1.5; stroke-dasharray: 6 4; }\n"
     "circle { fill: #b07d1a; }\n";
 
-std::string Shown(std::wstring_view text) {
+std::string Shortened(std::wstring_view text) {
     return ShortText(Printable(AuthorText(text)));
 }
 
@@ -58,11 +58,11 @@ public:
     void Take(double number, const std::wstring& text) {
         if (!any_ || number < least_) {
             least_ = number;
-            leastText_ = Shown(text);
+            leastText_ = Shortened(text);
         }
         if (!any_ || number > most_) {
             most_ = number;
-            mostText_ = Shown(text);
+            mostText_ = Shortened(text);
         }
         any_ = true;
     }
@@ -95,7 +95,7 @@ public:
               std::vector<std::string>& problems) {
         Place(name, envelope, problems);
         svg_.Begin("envelope", name);
-        svg_.Text(kPlotLeft, top_ + kPlotTop - kLine / 2, ShortText(name), "name");
+        svg_.Text(kPlotLeft, top_ + kPlotTop - kPlotLine / 2, ShortText(name), "name");
         svg_.Box(kPlotLeft, top_ + kPlotTop, kPlotWidth, kPlotHeight, 0, "frame");
         if (!points_.empty()) DrawAxes();
         for (std::size_t i = 0; i + 1 < points_.size(); ++i) Join(points_[i], points_[i + 1]);
@@ -117,7 +117,7 @@ private:
                 continue;
             }
             problems.push_back("envelope " + name + ", point " + std::to_string(i + 1) + ": \"" +
-                               Shown(time ? key.value : key.time) +
+                               Shortened(time ? key.value : key.time) +
                                "\" is no plain number; the picture leaves the point out");
         }
     }
@@ -125,9 +125,9 @@ private:
     void DrawAxes() {
         const int right = kPlotLeft + kPlotWidth;
         const int bottom = top_ + kPlotTop + kPlotHeight;
-        svg_.Text(kPlotLeft, bottom + kLine, times_.LeastText(), "detail");
+        svg_.Text(kPlotLeft, bottom + kPlotLine, times_.LeastText(), "detail");
         if (!times_.HasOneNumber())
-            svg_.Text(right, bottom + kLine, times_.MostText(), "detail end");
+            svg_.Text(right, bottom + kPlotLine, times_.MostText(), "detail end");
         svg_.Text(kPlotLeft - 8, Y(values_.HasOneNumber() ? points_.front().value : Least()) + 4,
                   values_.LeastText(), "detail end");
         if (values_.HasOneNumber()) return;
@@ -161,9 +161,9 @@ private:
     void Mark(const PlacedPoint& point) {
         const EnvelopeKey& key = *point.key;
         std::string what =
-            Shown(key.time) + ", " + Shown(key.value) + ", " + Shown(key.kind.View());
+            Shortened(key.time) + ", " + Shortened(key.value) + ", " + Shortened(key.kind.View());
         if (key.kind == std::wstring_view(L"HERMITE")) {
-            what += ", " + Shown(key.firstParameter) + ", " + Shown(key.secondParameter);
+            what += ", " + Shortened(key.firstParameter) + ", " + Shortened(key.secondParameter);
         }
         svg_.Begin("point", what);
         svg_.Circle(X(point.time), Y(point.value), 4, "point");
@@ -193,14 +193,15 @@ std::string EnvelopePicture(const std::string& title, const compositions::Envelo
                             std::vector<std::string>& problems) {
     RefuseTooMany(envelopes);
     const int panels = static_cast<int>(envelopes.size());
-    Svg svg(kWidth, kHeader + panels * kPanelHeight + kLine + kMargin, title, kStyle);
-    svg.Text(kMargin, kHeader - kLine / 2, ShortText(title), "title");
-    int top = kHeader;
+    Svg svg(kWidth, kPlotHeader + panels * kPanelHeight + kPlotLine + kPlotMargin, title,
+            kPlotStyle);
+    svg.Text(kPlotMargin, kPlotHeader - kPlotLine / 2, ShortText(title), "title");
+    int top = kPlotHeader;
     for (const auto& [name, envelope] : envelopes) {
         Panel(svg, top).Draw(Printable(AuthorText(name.View())), envelope, problems);
         top += kPanelHeight;
     }
-    svg.Text(kMargin, top + kLine, envelopes.empty() ? "No envelopes." : kNote, "detail");
+    svg.Text(kPlotMargin, top + kPlotLine, envelopes.empty() ? "No envelopes." : kNote, "detail");
     return svg.Finish();
 }
 

@@ -10,13 +10,13 @@
 namespace tarnexctl {
 namespace {
 
-constexpr int kHeader = 36;   // the title's height
-constexpr int kFooter = 40;   // the legend's
-constexpr int kTextDrop = 5;  // from a line's middle to its baseline
+constexpr int kTitleHeight = 36;  // the title's height
+constexpr int kFooter = 40;       // the legend's
+constexpr int kTextDrop = 5;      // from a line's middle to its baseline
 constexpr int kLine = 18;
 constexpr int kEdge = 24;
 
-constexpr const char* kStyle =
+constexpr const char* kGraphStyle =
     ".page { fill: #ffffff; }\n"
     "text { font-family: sans-serif; font-size: 13px; fill: #1f2430; }\n"
     ".title { font-size: 16px; font-weight: bold; }\n"
@@ -35,8 +35,8 @@ constexpr const char* kStyle =
     "rect.unknown { fill: #f7c6c6; stroke-dasharray: 3 3; }\n"
     "g.output text { fill: #ffffff; }\n";
 
-constexpr std::array kKinds = {DrawnKind::kInput, DrawnKind::kMedia,    DrawnKind::kEffect,
-                               DrawnKind::kMix,   DrawnKind::kProperty, DrawnKind::kUnknown};
+constexpr std::array kLegendKinds = {DrawnKind::kInput, DrawnKind::kMedia,    DrawnKind::kEffect,
+                                     DrawnKind::kMix,   DrawnKind::kProperty, DrawnKind::kUnknown};
 
 // Sources and mixes are round, effects and properties are not.
 int Radius(DrawnKind kind, int height) {
@@ -79,7 +79,7 @@ void DrawNode(Svg& svg, const GraphNode& node, const Box& box) {
 // The kinds that occur, in a row.
 std::vector<DrawnKind> Occurring(const Graph& graph) {
     std::vector<DrawnKind> occurring;
-    for (const DrawnKind kind : kKinds) {
+    for (const DrawnKind kind : kLegendKinds) {
         const auto isKind = [kind](const GraphNode& node) { return node.kind == kind; };
         if (std::any_of(graph.nodes.begin(), graph.nodes.end(), isKind)) occurring.push_back(kind);
     }
@@ -114,20 +114,20 @@ std::string GraphPicture(const Graph& graph) {
             "the most are " + std::to_string(kMostDrawnNodes) + "; \"--format dot\" has no limit");
     }
     Layout layout = LayOut(graph);
-    for (Box& box : layout.boxes) box.y += kHeader;
+    for (Box& box : layout.boxes) box.y += kTitleHeight;
     const std::vector<DrawnKind> kinds = Occurring(graph);
     const std::string title = ShortText(graph.title);
     const int width =
         std::max({layout.width, LegendWidth(kinds), TextWidth(title) * 5 / 4 + 2 * kEdge});
-    Svg svg(width, layout.height + kHeader + kFooter, graph.title, kStyle);
-    svg.Text(kEdge, kHeader, title, "title");
+    Svg svg(width, layout.height + kTitleHeight + kFooter, graph.title, kGraphStyle);
+    svg.Text(kEdge, kTitleHeight, title, "title");
     for (std::size_t i = 1; i < graph.nodes.size(); ++i) {
         DrawEdge(svg, graph.nodes[i], layout.boxes[i], layout.boxes[graph.nodes[i].feeds]);
     }
     for (std::size_t i = 0; i < graph.nodes.size(); ++i) {
         DrawNode(svg, graph.nodes[i], layout.boxes[i]);
     }
-    DrawLegend(svg, kinds, layout.height + kHeader);
+    DrawLegend(svg, kinds, layout.height + kTitleHeight);
     return svg.Finish();
 }
 

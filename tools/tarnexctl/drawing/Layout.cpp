@@ -11,7 +11,7 @@ namespace {
 
 constexpr int kMargin = 24;
 constexpr int kColumnPixels = 8;  // of one letter
-constexpr std::size_t kMostColumns = 36;
+constexpr std::size_t kMostBoxColumns = 36;
 constexpr int kPadding = 12;
 constexpr int kLineHeight = 18;
 constexpr int kRowHeight = 2 * kLineHeight + kPadding;  // the highest box's
@@ -117,7 +117,7 @@ std::string ShortText(std::string_view utf8) {
     std::size_t end = 0;
     while (end < utf8.size()) {
         const auto [bytes, width] = NextCharacter(utf8.substr(end));
-        if (columns + width > kMostColumns) {
+        if (columns + width > kMostBoxColumns) {
             return std::string(utf8.substr(0, end)).append(kEllipsis);
         }
         columns += width;

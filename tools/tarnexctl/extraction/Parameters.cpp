@@ -20,17 +20,17 @@ struct KnownWord {
     std::uint32_t flag;
     const wchar_t* word;
 };
-constexpr KnownWord kAccessWords[] = {{kAccessRead, L"READ"},
-                                      {kAccessWrite, L"WRITE"},
-                                      {kAccessExpensive, L"EXPENSIVE"},
-                                      {kAccessEnveloped, L"ENVELOPED"},
-                                      {kAccessNoInterpolation, L"NO_INTERPOLATION"}};
+constexpr KnownWord kWrittenAccess[] = {{kAccessRead, L"READ"},
+                                        {kAccessWrite, L"WRITE"},
+                                        {kAccessExpensive, L"EXPENSIVE"},
+                                        {kAccessEnveloped, L"ENVELOPED"},
+                                        {kAccessNoInterpolation, L"NO_INTERPOLATION"}};
 constexpr const char* kNoAccess = "no access words set these flags";
 
-constexpr std::array<std::wstring_view, 5> kKinds = {L"LINEAR", L"COSINE", L"CUBIC", L"HERMITE",
-                                                     L"HOLD"};
+constexpr std::array<std::wstring_view, 5> kKeyKinds = {L"LINEAR", L"COSINE", L"CUBIC", L"HERMITE",
+                                                        L"HOLD"};
 
-bool IsAccessWord(std::wstring_view word) {
+bool SetsAccess(std::wstring_view word) {
     return AccessFlags().Take(word) != AccessWord::kNotAnAccessWord;
 }
 
@@ -38,7 +38,7 @@ bool IsAccessWord(std::wstring_view word) {
 std::optional<Pieces> WordsOf(std::uint32_t access) {
     Pieces words;
     AccessFlags flags;
-    for (const KnownWord& known : kAccessWords) {
+    for (const KnownWord& known : kWrittenAccess) {
         if ((access & known.flag) == 0) continue;
         words.push_back(known.word);
         (void)flags.Take(known.word);  // a refused one leaves the flags different
@@ -72,7 +72,7 @@ std::vector<PropertyForm> FormsOf(const Pieces& words, const PropertyRecord& rec
     const std::wstring& name = record.name;
     const std::wstring& value = record.value;
     std::vector<PropertyForm> forms;
-    if (!IsAccessWord(name)) {
+    if (!SetsAccess(name)) {
         forms.push_back({start + QuotedText(name) + L" = " + value, pieces({name, value})});
         // An empty text leaves a further piece, which nothing takes.
         forms.push_back({start + QuotedText(name) + L" = " + value, pieces({name, value, L""})});
@@ -104,7 +104,7 @@ void AddProperty(SectionText& section, const PropertyRecord& record) {
 
 // What stands before and behind the key's kind.
 std::string KeyGap(const EnvelopeKey& key, bool isLast) {
-    if (std::find(kKinds.begin(), kKinds.end(), key.kind.View()) == kKinds.end()) {
+    if (std::find(kKeyKinds.begin(), kKeyKinds.end(), key.kind.View()) == kKeyKinds.end()) {
         return "a key of unknown kind";
     }
     if (isLast && key.value != L"1.0") return "the last key's value is always 1.0";

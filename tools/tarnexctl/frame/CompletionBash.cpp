@@ -1,14 +1,9 @@
 #include "frame/CommandTable.h"
 #include "frame/Completion.h"
+#include "frame/Text.h"
 
 namespace tarnexctl {
 namespace {
-
-std::string Joined(const std::vector<std::string>& words, const char* between) {
-    std::string joined;
-    for (const std::string& word : words) joined += (joined.empty() ? "" : between) + word;
-    return joined;
-}
 
 std::vector<std::string> NamesOf(const std::vector<OptionSpec>& options) {
     std::vector<std::string> names;

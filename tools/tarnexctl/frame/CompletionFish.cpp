@@ -1,10 +1,11 @@
 #include "frame/CommandTable.h"
 #include "frame/Completion.h"
+#include "frame/Text.h"
 
 namespace tarnexctl {
 namespace {
 
-std::string Quoted(const std::string& text) {
+std::string FishQuoted(const std::string& text) {
     std::string quoted = "'";
     for (const char c : text) {
         if (c == '\'' || c == '\\') quoted += '\\';
@@ -13,24 +14,18 @@ std::string Quoted(const std::string& text) {
     return quoted + "'";
 }
 
-std::string Joined(const std::vector<std::string>& words) {
-    std::string joined;
-    for (const std::string& word : words) joined += (joined.empty() ? "" : " ") + word;
-    return joined;
-}
-
 // The values that may follow: files by default, else a list or nothing.
 std::string Values(ValueKind kind, const std::vector<std::string>& choices) {
     if (kind == ValueKind::kFile) return " -F";
     if (kind == ValueKind::kFolder) return " -f -a '(__fish_complete_directories)'";
-    return choices.empty() ? " -f" : " -f -a " + Quoted(Joined(choices));
+    return choices.empty() ? " -f" : " -f -a " + FishQuoted(Joined(choices, " "));
 }
 
 void AddOption(const std::string& condition, const OptionSpec& option, std::string& script) {
     script += "complete -c tarnexctl" + condition + " -l " + option.name.substr(2);
     if (!option.shortName.empty()) script += " -s " + option.shortName.substr(1);
     if (!option.value.empty()) script += " -r" + Values(option.kind, option.choices);
-    script += " -d " + Quoted(option.help) + "\n";
+    script += " -d " + FishQuoted(option.help) + "\n";
 }
 
 std::string Condition(const std::string& words) {
@@ -50,7 +45,7 @@ void AddArguments(const CommandSpec& command, std::string& script) {
     }
     if (!command.arguments.empty() && !command.arguments.front().choices.empty()) {
         const std::vector<std::string>& choices = command.arguments.front().choices;
-        const std::string anyChoice = seen + Joined(choices);
+        const std::string anyChoice = seen + Joined(choices, " ");
         script += "complete -c tarnexctl" + Condition(condition + "; and not " + anyChoice) +
                   Values(ValueKind::kChoice, choices) + "\n";
         condition += "; and " + anyChoice;
@@ -67,7 +62,7 @@ std::string FishCompletion() {
     for (const OptionSpec& option : CommonOptions()) AddOption("", option, script);
     for (const CommandSpec* command : OfferedCommands()) {
         script += "complete -c tarnexctl -n __fish_use_subcommand -f -a " + command->name + " -d " +
-                  Quoted(command->summary) + "\n";
+                  FishQuoted(command->summary) + "\n";
     }
     for (const CommandSpec* command : OfferedCommands()) {
         const std::string condition = Condition("__fish_seen_subcommand_from " + command->name);

@@ -4,7 +4,7 @@
 namespace tarnexctl {
 namespace {
 
-std::string Quoted(const std::string& text) {
+std::string PowerShellQuoted(const std::string& text) {
     std::string quoted = "'";
     for (const char c : text) quoted += c == '\'' ? std::string("''") : std::string(1, c);
     return quoted + "'";
@@ -12,7 +12,8 @@ std::string Quoted(const std::string& text) {
 
 std::string List(const std::vector<std::string>& words) {
     std::string list;
-    for (const std::string& word : words) list += (list.empty() ? "" : ", ") + Quoted(word);
+    for (const std::string& word : words)
+        list += (list.empty() ? "" : ", ") + PowerShellQuoted(word);
     return "@(" + list + ")";
 }
 
@@ -27,7 +28,8 @@ std::string PowerShellCompletion() {
         "    param($wordToComplete, $commandAst, $cursorPosition)\n"
         "    $commands = [ordered]@{\n";
     for (const CommandSpec* command : OfferedCommands()) {
-        script += "        " + Quoted(command->name) + " = " + Quoted(command->summary) + "\n";
+        script += "        " + PowerShellQuoted(command->name) + " = " +
+                  PowerShellQuoted(command->summary) + "\n";
     }
     script += "    }\n    $options = @{\n";
     std::string choices;
@@ -39,16 +41,16 @@ std::string PowerShellCompletion() {
                 if (option.choices.empty()) continue;
                 for (const std::string& name : {option.name, option.shortName}) {
                     if (name.empty()) continue;
-                    choices += "        " + Quoted(command->name + " " + name) + " = " +
+                    choices += "        " + PowerShellQuoted(command->name + " " + name) + " = " +
                                List(option.choices) + "\n";
                 }
             }
         }
         if (!command->arguments.empty() && !command->arguments.front().choices.empty()) {
-            choices += "        " + Quoted(command->name) + " = " +
+            choices += "        " + PowerShellQuoted(command->name) + " = " +
                        List(command->arguments.front().choices) + "\n";
         }
-        script += "        " + Quoted(command->name) + " = " + List(names) + "\n";
+        script += "        " + PowerShellQuoted(command->name) + " = " + List(names) + "\n";
     }
     return script + "    }\n    $choices = @{\n" + choices +
            "    }\n"

@@ -114,6 +114,15 @@ std::string FromPath(const std::filesystem::path& path) {
     return std::string(text.begin(), text.end());
 }
 
+std::string Joined(const std::vector<std::string>& texts, std::string_view separator) {
+    std::string joined;
+    for (std::size_t i = 0; i < texts.size(); ++i) {
+        if (i > 0) joined += separator;
+        joined += texts[i];
+    }
+    return joined;
+}
+
 std::string Count(std::size_t number, const std::string& singular, const std::string& plural) {
     return std::to_string(number) + ' ' + (number == 1 ? singular : plural);
 }

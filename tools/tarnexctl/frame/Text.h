@@ -7,6 +7,7 @@
 #include <filesystem>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace tarnexctl {
 
@@ -36,6 +37,9 @@ std::size_t DisplayWidth(std::string_view utf8);
 // Paths keep the exact bytes or code units that were given.
 std::filesystem::path ToPath(const std::string& utf8);
 std::string FromPath(const std::filesystem::path& path);
+
+// The texts as one, with the separator between two.
+std::string Joined(const std::vector<std::string>& texts, std::string_view separator);
 
 // "1 plug-in", "3 plug-ins".
 std::string Count(std::size_t number, const std::string& singular, const std::string& plural);

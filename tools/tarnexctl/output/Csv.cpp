@@ -3,7 +3,7 @@
 namespace tarnexctl {
 namespace {
 
-std::string Quoted(const std::string& value) {
+std::string QuotedField(const std::string& value) {
     if (value.find_first_of(",\"\r\n") == std::string::npos) return value;
     std::string quoted = "\"";
     for (const char c : value) {
@@ -17,7 +17,8 @@ std::string Quoted(const std::string& value) {
 
 std::string CsvRow(const std::vector<std::string>& values) {
     std::string row;
-    for (std::size_t i = 0; i < values.size(); ++i) row += (i > 0 ? "," : "") + Quoted(values[i]);
+    for (std::size_t i = 0; i < values.size(); ++i)
+        row += (i > 0 ? "," : "") + QuotedField(values[i]);
     return row + "\n";
 }
 

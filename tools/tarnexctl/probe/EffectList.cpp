@@ -11,7 +11,7 @@
 namespace tarnexctl {
 namespace {
 
-constexpr std::uint64_t kDefaultSeconds = 10;
+constexpr std::uint64_t kSecondsToList = 10;
 
 bool IsBadEnd(const Finding& finding) {
     return finding.code == "P901" || finding.code == "P902" || finding.code == "P903";
@@ -160,7 +160,7 @@ std::vector<OptionSpec> EffectListOptions() {
 
 EffectList ReadEffectList(const Arguments& arguments, Session& session) {
     EffectList list;
-    const auto seconds = arguments.Number("--timeout", 1, 3600).value_or(kDefaultSeconds);
+    const auto seconds = arguments.Number("--timeout", 1, 3600).value_or(kSecondsToList);
     for (PluginFile& file : WantedPlugins(arguments)) {
         list.libraries.push_back({std::move(file)});
     }
