@@ -96,6 +96,39 @@ TEST_F(LibraryFault, MemoryThatRunsOutOnLoadingCostsNoMoreThanACode) {
     EXPECT_LE(after.mappings, before.mappings);
 }
 
+// The thread that writes the log meets its fault whenever it asks for memory; whoever unloads the
+// library has none.
+TEST_F(LibraryFault, MemoryThatRunsOutOnUnloadingCostsTheLogAlone) {
+    using test_support::AllocationFault;
+    using test_support::OtherThreadsFault;
+    int logs = 0;
+    const auto cycle = [&](int nth, bool lasts) {
+        std::filesystem::remove_all(LogFolder());
+        const OtherThreadsFault thread(nth, lasts);
+        void* library = dlopen(library_.c_str(), RTLD_NOW | RTLD_LOCAL);
+        EXPECT_NE(library, nullptr);
+        if (library == nullptr) return false;
+        {
+            const AllocationFault here(test_support::Fault::kBadAlloc, 1, true);
+            EXPECT_EQ(dlclose(library), 0);
+        }
+        EXPECT_EQ(dlopen(library_.c_str(), RTLD_NOW | RTLD_LOCAL | RTLD_NOLOAD), nullptr);
+        const bool hasLog =
+            std::filesystem::exists(LogFolder()) && !std::filesystem::is_empty(LogFolder());
+        logs += hasLog;
+        EXPECT_TRUE(hasLog || thread.Happened());
+        return thread.Happened();
+    };
+    cycle(100'000, false);
+    const test_support::Usage before = test_support::LeastUsage(20, {});
+    test_support::ForEachAllocation(cycle);
+    EXPECT_GT(logs, 2) << "nothing but rounds without a log";
+    const test_support::Usage after = test_support::LeastUsage(200, before);
+    EXPECT_LE(after.handles, before.handles);
+    EXPECT_LE(after.threads, before.threads);
+    EXPECT_LE(after.mappings, before.mappings);
+}
+
 TEST_F(LibraryFault, SystemThatRefusesOnLoadingCostsTheLogAtMost) {
     using test_support::SystemFault;
     Load<SystemFault>(SystemCall::kOpen, 100'000, false);

@@ -1,5 +1,6 @@
 #include "tarnex/AllocationFault.h"
 
+#include <atomic>
 #include <cstdlib>
 #include <new>
 
@@ -15,6 +16,26 @@ thread_local std::size_t requested = 0;
 thread_local std::size_t made = 0;
 thread_local std::int64_t live = 0;
 thread_local test_support::Fault kind;
+
+// The fault of the other threads. relaxed throughout: each thread's order is its own.
+std::atomic<int> othersLeft{0};  // allocations until the fault; 0 for none
+std::atomic<bool> othersFailed{false};
+std::atomic<bool> othersKeepFailing{false};
+thread_local bool spared = false;  // from the fault of the other threads
+
+bool OthersFail() {
+    if (spared) return false;
+    if (othersFailed.load(std::memory_order_relaxed)) {
+        return othersKeepFailing.load(std::memory_order_relaxed);
+    }
+    int left = othersLeft.load(std::memory_order_relaxed);
+    while (left > 0 &&
+           !othersLeft.compare_exchange_weak(left, left - 1, std::memory_order_relaxed)) {
+    }
+    if (left != 1) return false;
+    othersFailed.store(true, std::memory_order_relaxed);
+    return true;
+}
 
 // The library's code meets exceptions of the engine core only out of what it calls, and allocating
 // is the one thing that all of it calls.
@@ -40,6 +61,7 @@ void* operator new(std::size_t size) {
         failing = keepsFailing;
         Fail();
     }
+    if (OthersFail()) throw std::bad_alloc();
     if (void* memory = std::malloc(size != 0 ? size : 1)) {
         ++live;
         return memory;
@@ -114,6 +136,22 @@ AllocationFault::~AllocationFault() {
 
 bool AllocationFault::Happened() const {
     return countdownLeft == 0;
+}
+
+OtherThreadsFault::OtherThreadsFault(int countdown, bool lasts) {
+    spared = true;
+    othersKeepFailing.store(lasts, std::memory_order_relaxed);
+    othersLeft.store(countdown, std::memory_order_relaxed);
+}
+
+OtherThreadsFault::~OtherThreadsFault() {
+    othersLeft.store(0, std::memory_order_relaxed);
+    othersFailed.store(false, std::memory_order_relaxed);
+    spared = false;
+}
+
+bool OtherThreadsFault::Happened() const {
+    return othersFailed.load(std::memory_order_relaxed);
 }
 
 }  // namespace test_support

@@ -1,6 +1,7 @@
 #pragma once
 
-// Makes allocations of this program fail, and counts them, for each thread by itself.
+// Makes allocations of this program fail, for one thread or for all others, and counts them for
+// each thread by itself.
 
 #include <gtest/gtest.h>
 
@@ -20,6 +21,18 @@ public:
     ~AllocationFault();
     AllocationFault(const AllocationFault&) = delete;
     AllocationFault& operator=(const AllocationFault&) = delete;
+
+    bool Happened() const;
+};
+
+// The same, with std::bad_alloc, for all threads but the one that makes it, and their allocations
+// counted together. One at a time.
+class OtherThreadsFault {
+public:
+    explicit OtherThreadsFault(int countdown, bool lasts = false);
+    ~OtherThreadsFault();
+    OtherThreadsFault(const OtherThreadsFault&) = delete;
+    OtherThreadsFault& operator=(const OtherThreadsFault&) = delete;
 
     bool Happened() const;
 };

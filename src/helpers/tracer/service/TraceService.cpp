@@ -85,16 +85,25 @@ void TraceService::OpenLog() {
     logOpened_.store(true, std::memory_order_release);  // pairs with the acquire in Stop
 }
 
-void TraceService::Stop() {
+// Opening again what the thread may have opened halfway gives the same file, still without a record
+// in it.
+void TraceService::OpenLogAgain() noexcept {
+    try {
+        OpenLog();
+    } catch (...) {
+        // No memory: the log is lost, and nobody could catch it while the library is unloaded.
+    }
+}
+
+void TraceService::Stop() noexcept {
     tracer_.SetClosed(true);
     if (started_) {
         stopEvent_.Signal();
         static_cast<void>(thread_.Join());
         tracer_.SetHandles(0, 0);
         if (!finished_.load(std::memory_order_acquire)) {
-            // The thread died, as all others have when a process ends. Opening again what it may
-            // have opened halfway gives the same file, still without a record in it.
-            if (!logOpened_.load(std::memory_order_acquire) && !namesFailure_) OpenLog();
+            // The thread died, as all others have when a process ends.
+            if (!logOpened_.load(std::memory_order_acquire) && !namesFailure_) OpenLogAgain();
             writer_.TakeOver();
         }
         file_.Close();

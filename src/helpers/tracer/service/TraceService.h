@@ -36,13 +36,14 @@ public:
     void Construct();
 
     // Closes the tracer, lets the thread write what is buffered and end, or writes it here when the
-    // thread is dead. May be called once more.
-    void Stop();
+    // thread is dead; without memory for that the log is lost. May be called once more.
+    void Stop() noexcept;
 
 private:
     static void sDumpThread(void* service);
     void DumpThread();
     void OpenLog();
+    void OpenLogAgain() noexcept;
     bool ReadSettings();
     void StartThread();
 

@@ -1,0 +1,98 @@
+// The tracer when memory runs out, on the thread that writes its log or on one that uses it.
+
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <sstream>
+
+#include "helpers/tracer/ModuleTracer.h"
+#include "helpers/tracer/TraceMessage.h"
+#include "helpers/tracer/service/TraceService.h"
+#include "platform/NativePath.h"
+#include "platform/SettingsStore.h"
+#include "tarnex/AllocationFault.h"
+
+namespace {
+
+using helpers::TraceMessage;
+using helpers::TraceService;
+using test_support::AllocationFault;
+using test_support::Fault;
+using test_support::ForEachAllocation;
+using test_support::LiveAllocations;
+using test_support::OtherThreadsFault;
+
+std::wstring g_folder;
+
+helpers::LogNames NamesOfTheTest(const std::wstring&) {
+    return {{{g_folder + L"/A folder for logs", g_folder + L"/A folder for logs/test.log"}},
+            "first line\n"};
+}
+
+class TracerMemory : public testing::Test {
+protected:
+    TracerMemory() {
+        constexpr wchar_t kKey[] = L"Software\\Tesmar\\Commons\\Log";
+        test_platform::ResetSettings();
+        for (const wchar_t* name : {L"Enabled", L"Level"}) {
+            test_platform::PutValue(kKey, name, test_platform::ValueKind::kNumber,
+                                    test_platform::NumberBytes(2));
+        }
+        g_folder = platform::WidePath(folder_.Path().native());
+        system_.makeNames = &NamesOfTheTest;
+    }
+
+    // The log that was written since the last look.
+    std::string TakeLog() const {
+        const std::filesystem::path file = folder_.Path() / "A folder for logs" / "test.log";
+        std::stringstream text;
+        text << std::ifstream(file).rdbuf();
+        std::filesystem::remove_all(file.parent_path());
+        return text.str();
+    }
+
+    // A tracer's whole life, of which Stop has memory or not. Whether the thread met its fault.
+    bool Run(int nth, bool lasts, bool memoryToStop) {
+        const auto layout = std::make_unique<helpers::TracerLayout>();
+        helpers::Tracer tracer(*layout);
+        TraceService service(*layout, system_);
+        const OtherThreadsFault fault(nth, lasts);
+        service.Construct();
+        tracer.Write(2, L"line");
+        if (memoryToStop) {
+            service.Stop();
+        } else {
+            const AllocationFault here(Fault::kBadAlloc, 1, true);
+            service.Stop();
+        }
+        EXPECT_TRUE(tracer.IsLeftBehind());
+        return fault.Happened();
+    }
+
+    test_platform::TempFolder folder_;
+    helpers::TraceSystem system_;
+};
+
+using TraceServiceTest = TracerMemory;
+
+TEST_F(TraceServiceTest, StopWithoutMemoryLosesTheLogAlone) {
+    ForEachAllocation([&](int nth, bool lasts) {
+        const bool happened = Run(nth, lasts, false);
+        const std::string log = TakeLog();
+        EXPECT_EQ(log.empty(), happened) << log;
+        return happened;
+    });
+}
+
+// A line may have come when the thread was dead, and the tracer closed.
+TEST_F(TraceServiceTest, LogOfAThreadThatDiesWithoutMemoryIsWrittenOnStopping) {
+    ForEachAllocation([&](int nth, bool lasts) {
+        const bool happened = Run(nth, lasts, true);
+        const std::string log = TakeLog();
+        EXPECT_TRUE(log.starts_with("first line")) << log;
+        EXPECT_TRUE(happened || log.find("] line") != std::string::npos) << log;
+        return happened;
+    });
+}
+
+}  // namespace
