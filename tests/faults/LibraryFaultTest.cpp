@@ -133,9 +133,9 @@ TEST_F(LibraryFault, SystemThatRefusesOnLoadingCostsTheLogAtMost) {
     using test_support::SystemFault;
     Load<SystemFault>(SystemCall::kOpen, 100'000, false);
     const test_support::Usage before = test_support::LeastUsage(20, {});
-    for (const SystemCall call :
-         {SystemCall::kOpen, SystemCall::kLook, SystemCall::kRead, SystemCall::kWrite,
-          SystemCall::kMove, SystemCall::kMemory, SystemCall::kEvent, SystemCall::kThread}) {
+    for (const SystemCall call : {SystemCall::kOpen, SystemCall::kLook, SystemCall::kRead,
+                                  SystemCall::kWrite, SystemCall::kMove, SystemCall::kLock,
+                                  SystemCall::kMemory, SystemCall::kEvent, SystemCall::kThread}) {
         test_support::ForEachCall([&](int nth, bool lasts) {
             const Answers answers = Load<SystemFault>(call, nth, lasts);
             EXPECT_TRUE(answers.loaded);

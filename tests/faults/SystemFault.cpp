@@ -4,6 +4,7 @@
 #include <fcntl.h>
 #include <pthread.h>
 #include <sys/eventfd.h>
+#include <sys/file.h>
 #include <sys/mman.h>
 #include <sys/stat.h>
 #include <sys/uio.h>
@@ -41,7 +42,16 @@ bool Meets(SystemCall call) {
 
 bool Fails(SystemCall call) {
     if (!Meets(call) || fate != Fate::kFails) return false;
-    errno = call == SystemCall::kOpen ? EMFILE : EIO;
+    switch (call) {
+        case SystemCall::kOpen:
+            errno = EMFILE;
+            break;
+        case SystemCall::kLock:
+            errno = ENOLCK;
+            break;
+        default:
+            errno = EIO;
+    }
     return true;
 }
 
@@ -170,6 +180,11 @@ int mkdir(const char* path, mode_t mode) noexcept {
     return Fails(SystemCall::kMove) ? -1 : next(path, mode);
 }
 
+int flock(int file, int operation) noexcept {
+    static const auto next = Next<int(int, int)>("flock");
+    return Fails(SystemCall::kLock) ? -1 : next(file, operation);
+}
+
 int shm_open(const char* name, int flags, mode_t mode) {
     static const auto next = Next<int(const char*, int, mode_t)>("shm_open");
     return Fails(SystemCall::kMemory) ? -1 : next(name, flags, mode);
@@ -214,7 +229,7 @@ int pthread_create(pthread_t* thread, const pthread_attr_t* attributes, void* (*
     long results = stat("", &status) + fstat(-1, &status) + lseek64(-1, 0, SEEK_SET);
     results += read(-1, &status, 0) + write(-1, &status, 0) + writev(-1, nullptr, 0);
     results += pwrite(-1, &status, 0, 0) + fsync(-1) + rename("", "") + unlink("") + mkdir("", 0);
-    results += shm_open("", O_RDONLY, 0) + ftruncate(-1, 0);
+    results += flock(-1, 0) + shm_open("", O_RDONLY, 0) + ftruncate(-1, 0);
     mmap(nullptr, 0, PROT_READ, MAP_SHARED, -1, 0);
     close(eventfd(0, 0));
     pthread_t thread;

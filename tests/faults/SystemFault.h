@@ -13,6 +13,7 @@ enum class SystemCall {
     kRead,
     kWrite,   // and what brings it to the disk
     kMove,    // renaming, removing and making folders
+    kLock,    // of files
     kMemory,  // shared memory and mappings
     kEvent,
     kThread,

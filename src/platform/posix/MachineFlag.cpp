@@ -6,6 +6,7 @@
 #include <sys/file.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <cinttypes>
 #include <cstdio>
 #include <cstring>
@@ -39,6 +40,15 @@ int OpenOwnFile() {
     return file;
 }
 
+enum class Locking { kDone, kTaken, kImpossible };
+
+Locking Lock(int file, int operation) {
+    while (flock(file, operation) != 0) {
+        if (errno != EINTR) return errno == EWOULDBLOCK ? Locking::kTaken : Locking::kImpossible;
+    }
+    return Locking::kDone;
+}
+
 // The lock lies on the library's own file, as the byte on Windows lies in its image: nothing is
 // left behind, nobody else's rights are in the way, and two copies of the library are two flags.
 // Every process keeps it shared; who could have it exclusively found nobody before him.
@@ -47,8 +57,9 @@ public:
     bool Take() {
         file_ = OpenOwnFile();
         if (file_ < 0) return true;  // a file that is gone can be loaded by nobody else
-        const bool first = flock(file_, LOCK_EX | LOCK_NB) == 0;
-        flock(file_, LOCK_SH);
+        // Where there are no locks everyone is first: two owners are better than none for ever.
+        const bool first = Lock(file_, LOCK_EX | LOCK_NB) != Locking::kTaken;
+        static_cast<void>(Lock(file_, LOCK_SH));
         return first;
     }
     ~LockFile() {
