@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <memory>
+#include <system_error>
 #include <thread>
 
 #include "platform/CodePage.h"
@@ -44,6 +45,30 @@ void ReadAll(HANDLE pipe, std::string& text, std::size_t limit) {
         text.append(buffer, std::min<std::size_t>(limit - std::min(limit, text.size()), count));
     }
 }
+
+// The two threads that read what the child writes, until it has ended.
+class Readers {
+public:
+    Readers(const Pipe& output, const Pipe& error, std::size_t limit, ChildResult& result) {
+        try {
+            output_ = std::thread(ReadAll, output.read.get(), std::ref(result.output), limit);
+            error_ = std::thread(ReadAll, error.read.get(), std::ref(result.error), limit);
+        } catch (const std::system_error&) {
+            // Started says so.
+        }
+    }
+    ~Readers() {
+        if (output_.joinable()) output_.join();
+        if (error_.joinable()) error_.join();
+    }
+    Readers(const Readers&) = delete;
+    Readers& operator=(const Readers&) = delete;
+    bool Started() const { return error_.joinable(); }
+
+private:
+    std::thread output_;
+    std::thread error_;
+};
 
 // A job that ends every process in it when it is closed.
 UniqueHandle MakeJob() {
@@ -131,9 +156,9 @@ void Attend(HANDLE process, HANDLE job, const ChildRequest& request, ChildResult
         GetExitCodeProcess(process, &code);
         Describe(code, result);
     } else {
+        TerminateProcess(process, 1);
         result.end = ChildEnd::kTimedOut;
         result.reason = "no end within " + std::to_string(request.timeoutMs) + " ms";
-        TerminateProcess(process, 1);
     }
     // Descendants would hold the pipes open.
     if (job != nullptr) TerminateJobObject(job, 1);
@@ -158,10 +183,7 @@ LONG WINAPI EndAtOnceWhenFatal(EXCEPTION_POINTERS* exception) {
     }
 }
 
-}  // namespace
-
-ChildResult RunChild(const ChildRequest& request) {
-    ChildResult result;
+void Run(const ChildRequest& request, ChildResult& result) {
     Pipe output, error;
     SECURITY_ATTRIBUTES inheritable = {sizeof inheritable, nullptr, TRUE};
     UniqueHandle input(CreateFileW(L"NUL", GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE,
@@ -170,7 +192,7 @@ ChildResult RunChild(const ChildRequest& request) {
     if (!MakePipe(output) || !MakePipe(error) ||
         !Start(request, input.get(), output.write.get(), error.write.get(), process)) {
         result.reason = SystemErrorText(GetLastError());
-        return result;
+        return;
     }
     const UniqueHandle owner(process.hProcess);
     const UniqueHandle thread(process.hThread);
@@ -178,13 +200,21 @@ ChildResult RunChild(const ChildRequest& request) {
     if (job) AssignProcessToJobObject(job.get(), process.hProcess);
     output.write.reset();
     error.write.reset();
-    std::thread outputReader(ReadAll, output.read.get(), std::ref(result.output),
-                             request.outputLimit);
-    std::thread errorReader(ReadAll, error.read.get(), std::ref(result.error), request.outputLimit);
+    const Readers readers(output, error, request.outputLimit, result);
+    if (!readers.Started()) {
+        result.reason = "no thread to read what it writes";
+        TerminateProcess(process.hProcess, 1);  // it has not run yet
+        return;
+    }
     ResumeThread(process.hThread);
     Attend(process.hProcess, job.get(), request, result);
-    outputReader.join();
-    errorReader.join();
+}
+
+}  // namespace
+
+ChildResult RunChild(const ChildRequest& request) {
+    ChildResult result;
+    Run(request, result);
     return result;
 }
 

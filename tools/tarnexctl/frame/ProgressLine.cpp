@@ -1,5 +1,6 @@
 #include "frame/ProgressLine.h"
 
+#include <system_error>
 #include <utility>
 
 #include "frame/Text.h"
@@ -48,7 +49,12 @@ void ProgressLine::Show(std::string text) {
     const std::lock_guard lock(mutex_);
     if (text_.empty()) since_ = std::chrono::steady_clock::now();
     text_ = Shortened(Printable(ValidUtf8(text)));
-    if (!thread_.joinable() && IsWanted()) thread_ = std::thread([this] { Run(); });
+    if (thread_.joinable() || !IsWanted()) return;
+    try {
+        thread_ = std::thread([this] { Run(); });
+    } catch (const std::system_error&) {
+        // Without the line: the work does not depend on it.
+    }
 }
 
 void ProgressLine::Hide() {
