@@ -3,10 +3,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <chrono>
-#include <cstdlib>
-#include <future>
-#include <iostream>
 #include <stdexcept>
 
 #include "base_types/PropertySetLock.h"
@@ -22,16 +18,6 @@ using testing::Each;
 using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::SizeIs;
-
-// Uses the set from another thread; a lock that was never released ends the program.
-void ExpectUnlocked(PropertySet& set) {
-    auto done = std::async(std::launch::async, [&] { return NamesOf(set).size(); });
-    if (done.wait_for(std::chrono::seconds(20)) != std::future_status::ready) {
-        std::cerr << "The set is still locked" << std::endl;
-        std::_Exit(1);
-    }
-    done.get();
-}
 
 class PropertySetFailures : public testing::Test {
 protected:
@@ -239,6 +225,10 @@ TEST_F(PropertySetFailures, NoFailureLeavesTheSetLocked) {
     Add(set, L"Hidden", 1, 0);
     set.AddProperty(L"Empty", nullptr);
     AddActing([] { throw 7; });
+    const auto source = std::make_shared<PropertySet>();
+    for (const wchar_t* name : {L"Hidden", L"Empty", L"Acting"}) Add(*source, name, 1);
+    EXPECT_EQ(set.CopyPropertiesFrom(source), eNonInterfaceException);
+    ExpectUnlocked(set);
     std::int32_t value = 0;
     std::int32_t copied = 0;
     PropertyInfo info;

@@ -46,6 +46,7 @@ TEST(PropertySetMemory, ListWithoutMemoryIsAGenericExceptionAndLeavesTheNames) {
         const AllocationFault fault(Fault::kBadAlloc, 1);
         set.GetProperties(names);
     }
+    ExpectUnlocked(set);
     EXPECT_THAT(captured::TakeDebugged(),
                 ElementsAre("Exception catched: (...) file: PropertySet, line: (92) name: "
                             "base_types::PropertySet::GetProperties\n"));

@@ -86,4 +86,17 @@ TEST(PropertySetThreads, CopyLocksItsTarget) {
     });
 }
 
+TEST(PropertySetThreads, CopyLeavesItsSourceUnlocked) {
+    const auto source = std::make_shared<PropertySet>();
+    int calls = 0;
+    source->AddProperty(L"Acting", std::make_unique<ActingProperty>(ePropertyInt, [&] {
+                            ++calls;
+                            ExpectUnlocked(*source);
+                        }));
+    PropertySet target;
+    Add(target, L"Acting", 1);
+    EXPECT_EQ(target.CopyPropertiesFrom(source), eSuccess);
+    EXPECT_EQ(calls, 1);
+}
+
 }  // namespace

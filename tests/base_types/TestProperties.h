@@ -2,8 +2,12 @@
 
 // Properties that a test can watch or that misbehave.
 
+#include <chrono>
 #include <cstdint>
+#include <cstdlib>
 #include <functional>
+#include <future>
+#include <iostream>
 #include <memory>
 #include <string>
 #include <utility>
@@ -93,6 +97,16 @@ inline std::vector<std::wstring> NamesOf(PropertySet& set) {
     std::vector<std::wstring> names;
     set.GetProperties(names);
     return names;
+}
+
+// Uses the set from another thread; a lock that was never released ends the program.
+inline void ExpectUnlocked(PropertySet& set) {
+    auto done = std::async(std::launch::async, [&] { return NamesOf(set).size(); });
+    if (done.wait_for(std::chrono::seconds(20)) != std::future_status::ready) {
+        std::cerr << "The set is still locked" << std::endl;
+        std::_Exit(1);
+    }
+    done.get();
 }
 
 }  // namespace test
