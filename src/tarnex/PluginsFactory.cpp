@@ -43,8 +43,13 @@ template <typename Sig>
 void PluginsFactory<Sig>::LoadOne(const std::wstring& path, const std::wstring& entryName) {
     libraries_.push_back(std::make_shared<DllWrapper<Sig>>(path, entryName));
     if (Sig* entry = libraries_.back()->Entry()) {
-        entries_.push_back(entry);
         paths_.push_back(path);
+        try {
+            entries_.push_back(entry);
+        } catch (...) {
+            paths_.pop_back();  // the two stay parallel
+            throw;
+        }
     }
 }
 

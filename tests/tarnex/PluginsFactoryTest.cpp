@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 
 #include "support/Text.h"
+#include "tarnex/AllocationFault.h"
 #include "tarnex/GlobalFxFactory.h"
 #include "tarnex/TestPlugins.h"
 
@@ -89,6 +90,52 @@ TEST(PluginsFactory, EmptyEntryNameResolvesNothing) {
     ASSERT_EQ(loader.Libraries().size(), 1u);
     EXPECT_NE(loader.Libraries()[0]->Module(), nullptr);
     EXPECT_THAT(loader.Entries(), IsEmpty());
+}
+
+TEST(PluginsFactory, LoadWithoutMemoryThrowsAndKeepsWhatWasLoaded) {
+    using test_support::AllocationFault;
+    const std::wstring folder = PluginFolder();
+    const std::wstring list = L"plain.plugin|absent.plugin|other.plugin|";
+    Loader whole;
+    whole.Load(folder, list, kEntry);
+    ASSERT_EQ(whole.Entries().size(), 2u);
+    std::size_t most = 0;
+    test_support::ForEachAllocation([&](int nth, bool lasts) {
+        const std::int64_t live = test_support::LiveAllocations();
+        bool happened = true;
+        {
+            Loader loader;
+            loader.Load(folder, L"plain.plugin|", kEntry);
+            bool thrown = false;
+            {
+                const AllocationFault fault(test_support::Fault::kBadAlloc, nth, lasts);
+                try {
+                    loader.Load(folder, list, kEntry);
+                } catch (const std::bad_alloc&) {
+                    thrown = true;
+                }
+                happened = fault.Happened();
+            }
+            EXPECT_EQ(thrown, happened);
+            const std::size_t count = loader.Entries().size();
+            most = std::max(most, count);
+            EXPECT_EQ(loader.Paths().size(), count);
+            EXPECT_GE(loader.Libraries().size(), count);
+            EXPECT_GE(count, 1u);
+            EXPECT_LE(count, happened ? 2u : 3u);
+            EXPECT_EQ(loader.Entries()[0], whole.Entries()[0]);
+            EXPECT_EQ(loader.Paths()[0], whole.Paths()[0]);
+            for (std::size_t i = 1; i < std::min(count, loader.Paths().size()); ++i) {
+                EXPECT_EQ(loader.Entries()[i], whole.Entries()[i - 1]);
+                EXPECT_EQ(loader.Paths()[i], whole.Paths()[i - 1]);
+            }
+            EXPECT_TRUE(loader.Load(folder, L"other.plugin|", kEntry)) << "the next call";
+            EXPECT_EQ(loader.Entries().size(), count + 1);
+        }
+        EXPECT_EQ(test_support::LiveAllocations(), live) << "leaked";
+        return happened;
+    });
+    EXPECT_EQ(most, 3u);
 }
 
 }  // namespace

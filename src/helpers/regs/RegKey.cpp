@@ -25,6 +25,15 @@ platform::SettingsKey OpenPiece(platform::SettingsKey parent, std::wstring_view 
 
 }  // namespace
 
+void HandleStack::Push(platform::SettingsKey key) {
+    try {
+        keys_.push_back(key);
+    } catch (...) {
+        platform::CloseSettingsKey(key);
+        throw;
+    }
+}
+
 void HandleStack::Release() {
     for (; !keys_.empty(); keys_.pop_back()) platform::CloseSettingsKey(keys_.back());
 }

@@ -17,7 +17,8 @@ public:
     HandleStack(const HandleStack&) = delete;
     HandleStack& operator=(const HandleStack&) = delete;
 
-    void Push(platform::SettingsKey key) { keys_.push_back(key); }
+    // Owns the handle from now on, even if it throws std::bad_alloc.
+    void Push(platform::SettingsKey key);
     std::size_t Size() const { return keys_.size(); }
     void Release();
 
