@@ -51,6 +51,19 @@ void Forget() {
     captured::TakeDebugged();
 }
 
+// Calls `round(nth, lasts)` for each allocation; nothing of it stays.
+template <class Round>
+void ForEachWithoutLeak(Round round) {
+    ForEachAllocation([&](int nth, bool lasts) {
+        Forget();
+        const std::int64_t live = LiveAllocations();
+        const bool happened = round(nth, lasts);
+        Forget();
+        EXPECT_EQ(LiveAllocations(), live) << "leaked";
+        return happened;
+    });
+}
+
 class ManagerOutOfMemory : public testing::Test {
 protected:
     ManagerOutOfMemory() {
@@ -148,10 +161,52 @@ TEST_F(FactoryOutOfMemory, CreationByPath) {
     ExpectCreatedOrRefused([&](auto& out) { return factory_->CreateFX(script_, out); });
 }
 
+TEST_F(FactoryOutOfMemory, CreationByIndexGivesAnEffectOrEmptiesTheOutPointer) {
+    std::shared_ptr<fx::IBaseFX> kept;
+    ASSERT_EQ(factory_->CreateFX(1, kept), fx::eSuccess);
+    for (const std::uint64_t index : {std::uint64_t{0}, std::uint64_t{2}}) {
+        const std::size_t made = test_support::AllocationsMade();
+        ASSERT_EQ(factory_->CreateFX(index, kept), fx::eSuccess);
+        if (test_support::AllocationsMade() == made) continue;  // a library's memory is its own
+        ForEachWithoutLeak([&](int nth, bool lasts) {
+            std::shared_ptr<fx::IBaseFX> out = kept;
+            const auto outcome =
+                WithFault(nth, lasts, [&] { return factory_->CreateFX(index, out); });
+            EXPECT_NE(out, kept);
+            EXPECT_EQ(out != nullptr, outcome.code == fx::eSuccess);
+            if (outcome.code != fx::eSuccess) {
+                EXPECT_TRUE(outcome.happened);
+                EXPECT_THAT(outcome.code, AnyOf(fx::eGenericException, fx::eCouldNotCreateFX));
+                EXPECT_EQ(factory_->CreateFX(index, out), fx::eSuccess) << "the next call";
+            }
+            return outcome.happened;
+        });
+    }
+}
+
+TEST_F(FactoryOutOfMemory, CreationByPathGivesAnEffectOrLeavesTheOutPointer) {
+    std::shared_ptr<fx::IBaseFX> kept;
+    ASSERT_EQ(factory_->CreateFX(1, kept), fx::eSuccess);
+    const std::wstring missing = files_.Wide("there is no such script.txt");
+    for (const std::wstring& path : {script_, missing}) {
+        ForEachWithoutLeak([&](int nth, bool lasts) {
+            std::shared_ptr<fx::IBaseFX> out = kept;
+            const auto outcome =
+                WithFault(nth, lasts, [&] { return factory_->CreateFX(path, out); });
+            EXPECT_EQ(out == kept, outcome.code != fx::eSuccess);
+            if (outcome.code != fx::eSuccess) {
+                EXPECT_TRUE(outcome.happened || path == missing);
+                EXPECT_THAT(outcome.code, AnyOf(fx::eGenericException, fx::eCouldNotCreateFX));
+            }
+            return outcome.happened;
+        });
+    }
+}
+
 TEST_F(FactoryOutOfMemory, CodesOfWrongCallsAreTheSame) {
     std::shared_ptr<fx::IBaseFX> out;
     const std::wstring unknown = L"an effect that nobody knows";
-    ForEachAllocation([&](int nth, bool lasts) {
+    ForEachWithoutLeak([&](int nth, bool lasts) {
         const auto create = WithFault(nth, lasts, [&] { return factory_->CreateFX(99, out); });
         EXPECT_EQ(create.code, fx::eWrongFXIdx);
         const auto remove = WithFault(nth, lasts, [&] { return factory_->RemoveEffect(unknown); });
@@ -162,7 +217,7 @@ TEST_F(FactoryOutOfMemory, CodesOfWrongCallsAreTheSame) {
 }
 
 TEST_F(FactoryOutOfMemory, NameIsTheNameOrEmpty) {
-    ForEachAllocation([&](int nth, bool lasts) {
+    ForEachWithoutLeak([&](int nth, bool lasts) {
         std::wstring name;
         const auto outcome = WithFault(nth, lasts, [&] {
             name = factory_->GetFXName(2);
@@ -174,9 +229,8 @@ TEST_F(FactoryOutOfMemory, NameIsTheNameOrEmpty) {
 }
 
 TEST_F(FactoryOutOfMemory, ListIsWholeOrAsItWas) {
-    ForEachAllocation([&](int nth, bool lasts) {
+    ForEachWithoutLeak([&](int nth, bool lasts) {
         Records records{{7, 7, 7, L"mine", true}};
-        Forget();
         const auto outcome = WithFault(nth, lasts, [&] { return factory_->GetEffects(records); });
         EXPECT_EQ(outcome.code, outcome.happened ? eGenericException : eSuccess);
         EXPECT_EQ(records.size(), outcome.happened ? 1u : 3u);
@@ -229,10 +283,43 @@ TEST_F(FactoryOutOfMemory, RegistrationIsWholeOrNoneOrWithoutARecord) {
     EXPECT_GT(withoutRecord, 0);
 }
 
+// By its name in the folder, a script that is faulty or missing, and a path that is known.
+TEST_F(FactoryOutOfMemory, OtherRegistrationsAreWholeOrNone) {
+    WriteBytes(files_ / "faulty.txt", "[SETUP]\nNAME = \"A name that stands alone\"\n");
+    const std::wstring folder = files_.Wide("").substr(0, files_.Wide("x").size() - 2);
+    const std::wstring byName = L"script.txt";
+    ForEachWithoutLeak([&](int nth, bool lasts) {
+        GlobalFXFactory factory(plugins_, none_, folder, 0);
+        const auto outcome =
+            WithFault(nth, lasts, [&] { return factory.RegisterEffect(byName, false); });
+        EXPECT_TRUE(outcome.happened || outcome.code == eSuccess);
+        const _eError again = factory.RegisterEffect(byName, false);
+        EXPECT_THAT(again, AnyOf(eSuccess, eCouldNotRegisterNewComposition));
+        if (again == eSuccess) {
+            EXPECT_THAT(outcome.code, AnyOf(eCouldNotRegisterNewComposition, eGenericException));
+        }
+        EXPECT_EQ(factory.GetFXCount(), 1u);
+        EXPECT_EQ(factory.GetFXName(0), id_);
+        return outcome.happened;
+    });
+    const std::wstring faulty = files_.Wide("faulty.txt");
+    const std::wstring missing = files_.Wide("there is no such script.txt");
+    for (const std::wstring& path : {faulty, missing, script_}) {
+        ForEachWithoutLeak([&](int nth, bool lasts) {
+            const auto outcome =
+                WithFault(nth, lasts, [&] { return factory_->RegisterEffect(path, true); });
+            EXPECT_THAT(outcome.code, AnyOf(eCouldNotRegisterNewComposition, eGenericException));
+            EXPECT_TRUE(outcome.happened || outcome.code == eCouldNotRegisterNewComposition);
+            EXPECT_EQ(factory_->GetFXCount(), 3u);
+            return outcome.happened;
+        });
+    }
+    EXPECT_EQ(EffectsOf(*factory_).size(), 3u);
+}
+
 TEST_F(FactoryOutOfMemory, RevivalIsWholeOrNone) {
-    ForEachAllocation([&](int nth, bool lasts) {
+    ForEachWithoutLeak([&](int nth, bool lasts) {
         EXPECT_EQ(factory_->RemoveEffect(id_), eSuccess);
-        Forget();
         const auto outcome =
             WithFault(nth, lasts, [&] { return factory_->RegisterEffect(script_, true); });
         EXPECT_EQ(outcome.code, outcome.happened ? eGenericException : eSuccess);

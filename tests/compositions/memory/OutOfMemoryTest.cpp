@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <filesystem>
 #include <new>
 
@@ -12,7 +13,9 @@
 #include "compositions/archive/PlainDescription.h"
 #include "compositions/archive/SampleDescriptions.h"
 #include "compositions/archive/TempFolder.h"
+#include "compositions/host/ConverterValues.h"
 #include "helpers/report/CapturedOutput.h"
+#include "platform/SettingsStore.h"
 #include "tarnex/AllocationFault.h"
 
 namespace {
@@ -36,24 +39,22 @@ std::size_t FileCount(const TempFolder& folder) {
     return count;
 }
 
-// The toolkit takes memory that runs out under a token for a statement that does not match: such a
-// script is faulty, or ends early.
-TEST(OutOfMemory, RegistrationThatFailsChangesNothing) {
-    TempFolder folder;
-    WriteBytes(folder / "script.txt", kScript);
-    const std::wstring path = folder.Wide("script.txt");
-    std::wstring first;
-    CompositionFactory(L"").RegisterComposition(path, true, first);  // what is made once
+// Registers `composition` under each fault, of a factory that looks into `folder`. The toolkit
+// takes memory that runs out under a token for a statement that does not match: such a script is
+// faulty, or ends early.
+void ExpectWholeOrNone(const std::wstring& folder, const std::wstring& composition, bool isPath) {
+    std::wstring id;
+    ASSERT_TRUE(CompositionFactory(folder).RegisterComposition(composition, isPath, id));
     ForEachAllocation([&](int nth, bool lasts) {
         captured::TakeTraced();
         const std::int64_t live = LiveAllocations();
-        auto factory = std::make_unique<CompositionFactory>(L"");
+        auto factory = std::make_unique<CompositionFactory>(folder);
         std::wstring name = L"before";
         bool happened = true;
         bool added = false;
         try {
             const AllocationFault fault(Fault::kBadAlloc, nth, lasts);
-            added = factory->RegisterComposition(path, true, name);
+            added = factory->RegisterComposition(composition, isPath, name);
             happened = fault.Happened();
         } catch (const std::bad_alloc&) {
         }
@@ -62,15 +63,53 @@ TEST(OutOfMemory, RegistrationThatFailsChangesNothing) {
             EXPECT_EQ(name, L"before") << nth;
             EXPECT_EQ(factory->GetFXCount(), 0u) << nth;
             EXPECT_EQ(factory->GetFXName(0), L"") << nth;
-            EXPECT_TRUE(factory->RegisterComposition(path, true, name)) << nth;
+            EXPECT_TRUE(factory->RegisterComposition(composition, isPath, name)) << nth;
         }
-        EXPECT_EQ(name, kId) << nth;
+        EXPECT_EQ(name, id) << nth;
         EXPECT_EQ(factory->GetFXCount(), 1u) << nth;
-        EXPECT_EQ(factory->GetFXName(0), kId) << nth;
+        EXPECT_EQ(factory->GetFXName(0), id) << nth;
         EXPECT_EQ(factory->GetFXName(1), L"") << nth;
         factory.reset();
         captured::TakeTraced();
         std::wstring().swap(name);
+        EXPECT_EQ(LiveAllocations(), live) << nth;
+        return happened;
+    });
+}
+
+TEST(OutOfMemory, RegistrationThatFailsChangesNothing) {
+    TempFolder folder;
+    WriteBytes(folder / "script.txt", kScript);
+    ExpectWholeOrNone(L"", folder.Wide("script.txt"), true);
+    const std::wstring inFolder = folder.Wide("script.txt");
+    ExpectWholeOrNone(inFolder.substr(0, inFolder.size() - 11), L"script.txt", false);
+}
+
+// Scripts with everything that the language has.
+TEST(OutOfMemory, RegistrationOfEveryExampleThatFailsChangesNothing) {
+    for (const auto& file : std::filesystem::directory_iterator(TARNEX_EXAMPLES "/compositions")) {
+        if (file.path().extension() != ".txt") continue;
+        SCOPED_TRACE(file.path().filename().string());
+        ExpectWholeOrNone(L"", TempFolder::WidePath(file.path()), true);
+    }
+}
+
+TEST(OutOfMemory, NameIsTheNameOrTheFailureIsThrown) {
+    TempFolder folder;
+    WriteBytes(folder / "script.txt", kScript);
+    CompositionFactory factory(L"");
+    std::wstring name;
+    ASSERT_TRUE(factory.RegisterComposition(folder.Wide("script.txt"), true, name));
+    ForEachAllocation([&](int nth, bool lasts) {
+        const std::int64_t live = LiveAllocations();
+        bool happened = true;
+        try {
+            const AllocationFault fault(Fault::kBadAlloc, nth, lasts);
+            const std::wstring got = factory.GetFXName(0);
+            happened = fault.Happened();
+            EXPECT_EQ(got, kId);
+        } catch (const std::bad_alloc&) {
+        }
         EXPECT_EQ(LiveAllocations(), live) << nth;
         return happened;
     });
@@ -157,15 +196,21 @@ TEST(OutOfMemory, SerializingAnswersFalse) {
     CompositionDescription description = samples::Everything();
     for (const bool loading : {false, true}) {
         ForEachAllocation([&](int nth, bool lasts) {
-            ScriptArchive archive(path, loading);
-            bool whole = false;
+            const std::int64_t live = LiveAllocations();
             bool happened = false;
             {
-                const AllocationFault fault(Fault::kBadAlloc, nth, lasts);
-                whole = archive.serialize(description);
-                happened = fault.Happened();
+                CompositionDescription loaded;
+                bool whole = false;
+                {
+                    ScriptArchive archive(path, loading);
+                    const AllocationFault fault(Fault::kBadAlloc, nth, lasts);
+                    whole = archive.serialize(loading ? loaded : description);
+                    happened = fault.Happened();
+                }
+                EXPECT_EQ(whole, !happened) << nth;
+                EXPECT_TRUE(!whole || !loading || plain::Of(loaded) == plain::Of(description));
             }
-            EXPECT_EQ(whole, !happened) << nth;
+            EXPECT_EQ(LiveAllocations(), live) << nth;
             return happened;
         });
     }
@@ -180,6 +225,7 @@ TEST(OutOfMemory, WritingAnArchiveFailsWithoutATrace) {
     const std::string whole = plain::Write(description).bytes;
     ForEachAllocation([&](int nth, bool lasts) {
         WriteBytes(folder / "a.mxf", old);
+        const std::int64_t live = LiveAllocations();
         bool written = false;
         bool happened = false;
         {
@@ -187,6 +233,7 @@ TEST(OutOfMemory, WritingAnArchiveFailsWithoutATrace) {
             written = WriteArchive(path, description);
             happened = fault.Happened();
         }
+        EXPECT_EQ(LiveAllocations(), live) << nth;
         EXPECT_TRUE(written || happened) << nth;
         EXPECT_EQ(ReadBytes(folder / "a.mxf"), written ? whole : old) << nth;
         if (lasts) {
@@ -196,6 +243,52 @@ TEST(OutOfMemory, WritingAnArchiveFailsWithoutATrace) {
         EXPECT_EQ(FileCount(folder), 1u) << nth;
         return happened;
     });
+}
+
+// What cannot be written is no reason not to have the effect.
+TEST(OutOfMemory, ArchiveBesideTheScriptIsTheOldOneOrTheNewOne) {
+    test_platform::ResetSettings();
+    const char* file = std::getenv("TARNEX_SETTINGS");  // where settings are a file
+    host_test::ScopedConverterValues values(file != nullptr ? file : "");
+    values.Set({{"Convertor", "1"}, {"Type", "1"}, {"SaveFx", "1"}});
+    TempFolder scripts;
+    WriteBytes(scripts / "fx.txt", kScript);
+    const std::wstring path = scripts.Wide("fx.txt");
+    CompositionFactory factory(L"");
+    std::shared_ptr<fx::IBaseFX> effect;
+    ASSERT_EQ(factory.CreateFX(path, effect), fx::eSuccess);
+    const std::string whole = ReadBytes(scripts / "fx.mxf");
+    ASSERT_TRUE(plain::Read(whole).whole);
+    const std::string old = plain::Write(samples::Small()).bytes;
+    int replaced = 0;
+    int kept = 0;
+    effect.reset();
+    ForEachAllocation([&](int nth, bool lasts) {
+        captured::TakeTraced();
+        WriteBytes(scripts / "fx.mxf", old);
+        const std::int64_t live = LiveAllocations();
+        bool happened = false;
+        fx::_eError code = fx::eSuccess;
+        {
+            std::shared_ptr<fx::IBaseFX> out;
+            const AllocationFault fault(Fault::kBadAlloc, nth, lasts);
+            code = factory.CreateFX(path, out);
+            happened = fault.Happened();
+            EXPECT_EQ(out != nullptr, code == fx::eSuccess);
+        }
+        captured::TakeTraced();
+        EXPECT_EQ(LiveAllocations(), live) << nth;
+        EXPECT_TRUE(code == fx::eSuccess || (happened && code == fx::eCouldNotCreateFX)) << code;
+        const std::string now = ReadBytes(scripts / "fx.mxf");
+        EXPECT_TRUE(now == whole || (happened && now == old)) << now.size();
+        ++(now == whole ? replaced : kept);
+        return happened;
+    });
+    EXPECT_GT(replaced, 2);
+    EXPECT_GT(kept, 2);
+    ASSERT_EQ(factory.CreateFX(path, effect), fx::eSuccess);
+    EXPECT_EQ(ReadBytes(scripts / "fx.mxf"), whole);
+    EXPECT_EQ(FileCount(scripts), 2u) << "a temporary file stayed behind";
 }
 
 }  // namespace
