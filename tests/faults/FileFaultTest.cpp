@@ -13,6 +13,7 @@
 #include "compositions/archive/SampleDescriptions.h"
 #include "compositions/archive/TempFolder.h"
 #include "compositions/host/ConverterValues.h"
+#include "helpers/scripting/ScriptFile.h"
 
 namespace {
 
@@ -117,6 +118,25 @@ TEST_F(FileFault, RegistrationThatCannotReadChangesNothing) {
 
 TEST_F(FileFault, ScriptThatComesInPiecesIsReadWhole) {
     RegisterUnder(SystemCall::kRead, Fate::kShort, true);
+}
+
+TEST_F(FileFault, ScriptThatEndsBeforeItsSizeIsNotLoaded) {
+    {
+        const SystemFault fault(SystemCall::kRead, 1, true, Fate::kBreaksOff);
+        const helpers::scripting::ScriptFile<std::wstring> file(script_);
+        EXPECT_FALSE(file.loaded());
+        EXPECT_TRUE(fault.Happened());
+    }
+    CompositionFactory factory(L"");
+    std::wstring name = L"before";
+    {
+        const SystemFault fault(SystemCall::kRead, 1, true, Fate::kBreaksOff);
+        EXPECT_FALSE(factory.RegisterComposition(script_, true, name));
+    }
+    EXPECT_EQ(name, L"before");
+    EXPECT_EQ(factory.GetFXCount(), 0u);
+    RegisterUnder(SystemCall::kRead, Fate::kBreaksOff, false);
+    CreateUnder(SystemCall::kRead, Fate::kBreaksOff, script_);
 }
 
 TEST_F(FileFault, CreationFromAScriptOrAnArchiveGoesWellOrAnswersItsCode) {

@@ -69,6 +69,7 @@ struct Moved {
 };
 
 Moved Move(SystemCall call, std::size_t count) {
+    const bool again = happened.load(std::memory_order_relaxed);
     if (!Meets(call)) return {count, false, 0};
     switch (fate) {
         case Fate::kFails:
@@ -76,6 +77,9 @@ Moved Move(SystemCall call, std::size_t count) {
             return {0, true, -1};
         case Fate::kShort:
             return {count > 1 ? count / 2 : count, false, 0};
+        case Fate::kBreaksOff:
+            if (!again) return {count / 2, false, 0};
+            break;
         case Fate::kEnds:
             break;
     }

@@ -24,9 +24,10 @@ inline constexpr SystemCall kFileCalls[] = {SystemCall::kOpen, SystemCall::kLook
 
 // What becomes of a call.
 enum class Fate {
-    kFails,  // with an error
-    kShort,  // reads and writes half of what they should; other calls go well
-    kEnds,   // reads find the file's end and writes a full disk; other calls go well
+    kFails,      // with an error
+    kShort,      // reads and writes half of what they should; other calls go well
+    kBreaksOff,  // reads half of what it should, and the next call finds the file's end
+    kEnds,       // reads find the file's end and writes a full disk; other calls go well
 };
 
 // While the object lives the `countdown`-th call of that kind meets its fate: only that one, or

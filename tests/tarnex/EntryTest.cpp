@@ -2,21 +2,27 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <functional>
 #include <new>
 #include <string>
+#include <thread>
 #include <utility>
+#include <vector>
 
 #include "helpers/report/Report.h"
 #include "platform/LibraryAttach.h"
 #include "platform/MachineFlag.h"
 #include "platform/OwnerByte.h"
+#include "platform/Thread.h"
 #include "tarnex/TarnexImpl.h"
 
 namespace {
 
 std::string reports;
 std::function<void()> failReport;  // once
+std::atomic<bool> isSlow{false};   // a manager takes its time to be made
+std::atomic<int> managers{0};      // made since then
 
 }  // namespace
 
@@ -37,7 +43,12 @@ tarnex::_eError helpers::ReportTarnexError(tarnex::_eError code, const char* ope
     return code;
 }
 
-tarnex::TarnexImpl::TarnexImpl() = default;
+tarnex::TarnexImpl::TarnexImpl() {
+    if (!isSlow) return;
+    // Time enough for the others to come here, too, if they could.
+    managers.fetch_add(1);
+    for (int i = 0; i < 50 && managers < 2; ++i) platform::SleepMs(1);
+}
 tarnex::TarnexImpl::~TarnexImpl() = default;
 tarnex::_eError tarnex::TarnexImpl::GetFXFactory(const std::wstring&, const std::wstring&,
                                                  const std::wstring&, std::uint64_t,
@@ -73,6 +84,25 @@ TEST(Entry, OtherExceptionsAreNotCaught) {
     failReport = [] { throw std::bad_alloc(); };
     EXPECT_THROW(GetTarnex(out), std::bad_alloc);
     EXPECT_EQ(out, nullptr);
+}
+
+TEST(Entry, ThreadsThatAskAtOnceGetOneManager) {
+    platform::OwnerByte() = 1;
+    isSlow = true;
+    std::vector<std::shared_ptr<tarnex::ITarnex>> found(8);
+    std::atomic<std::size_t> ready{0};
+    std::vector<std::thread> threads;
+    for (std::shared_ptr<tarnex::ITarnex>& out : found) {
+        threads.emplace_back([&] {
+            for (++ready; ready < found.size();) std::this_thread::yield();
+            EXPECT_EQ(GetTarnex(out), tarnex::eSuccess);
+        });
+    }
+    for (std::thread& thread : threads) thread.join();
+    isSlow = false;
+    EXPECT_EQ(managers, 1);
+    EXPECT_NE(found[0], nullptr);
+    EXPECT_EQ(found, std::vector(found.size(), found[0]));
 }
 
 }  // namespace

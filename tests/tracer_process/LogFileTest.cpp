@@ -91,6 +91,30 @@ TEST_F(TraceLogFile, FolderThatVanishesHurtsNobody) {
     }
 }
 
+TEST_F(TraceLogFile, FolderThatVanishedIsMadeAgainByTheNextLoad) {
+    RunWell({"load:trace_service", "say:trace_service:2:before", "await_log", "remove_logs",
+             "say:trace_service:2:lost", "free:trace_service", "load:trace_service",
+             "say:trace_service:2:after", "free:trace_service"});
+    std::string all;
+    for (const fs::path& file : sandbox_.LogFiles()) {
+        std::string text;
+        std::getline(std::ifstream(file), text, '\0');
+        all += text;
+    }
+    EXPECT_THAT(all, testing::HasSubstr("] after"));
+}
+
+// Before the first line, or even before there is a log: as the thread comes to it.
+TEST_F(TraceLogFile, FolderThatVanishesAtOnceHurtsNobody) {
+    std::vector<std::string> commands;
+    for (int round = 0; round < 5; ++round) {
+        commands.insert(commands.end(), {"load:trace_service", "remove_logs",
+                                         "say:trace_service:2:line", "free:trace_service"});
+    }
+    RunWell(commands);
+}
+}
+
 TEST_F(TraceLogFile, EveryLoadMakesALogOfItsOwnOrTruncatesThatOfTheSameSecond) {
     RunWell({"load:trace_service", "say:trace_service:2:first", "free:trace_service",
              "load:trace_service", "say:trace_service:2:second"});

@@ -4,7 +4,10 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <map>
 #include <string>
+#include <thread>
+#include <vector>
 
 #include "helpers/report/CapturedOutput.h"
 #include "helpers/report/PublishedNames.h"
@@ -196,6 +199,36 @@ TEST(ErrorNames, SpellingsThatLogsRelyOn) {
     EXPECT_EQ(std::uint32_t{base_types::ePointerCastFailure}, 15u);
     EXPECT_EQ(std::uint32_t{base_types::eCannotCloneEffect}, 20u);
     EXPECT_EQ(ErrorName(tarnex::eVorelExceptionCatched), "eVorelExceptionCatched");
+}
+
+TEST_F(Report, ThreadsReportAtOnce) {
+    constexpr int kRounds = 300;
+    std::vector<std::thread> threads;
+    std::map<std::wstring, int> expected;
+    for (int i = 0; i < 8; ++i) {
+        const std::string digit = std::to_string(i);
+        const std::wstring wide(digit.begin(), digit.end());
+        expected[L"Operation \"operation " + wide + L"\" returned error <eWrongFXIdx>"] = kRounds;
+        expected[L"Operation \"operation " + wide +
+                 L"\" returned error <ePropertyNotFound>, property: \"" + wide + L"\""] = kRounds;
+        expected[L"Operation returned error <eGenericError>"] += kRounds;
+        threads.emplace_back([digit, wide] {
+            const std::string operation = "operation " + digit;
+            for (int round = 0; round < kRounds; ++round) {
+                EXPECT_EQ(ReportFxError(fx::eWrongFXIdx, operation.c_str()), fx::eWrongFXIdx);
+                EXPECT_EQ(
+                    ReportPropertyError(base_types::ePropertyNotFound, operation.c_str(), wide),
+                    base_types::ePropertyNotFound);
+                EXPECT_EQ(ReportTarnexError(tarnex::eGenericError), tarnex::eGenericError);
+                helpers::ReportUnknownException("file", 7, operation.c_str());
+            }
+        });
+    }
+    for (std::thread& thread : threads) thread.join();
+    std::map<std::wstring, int> lines;
+    for (const std::wstring& line : TakeTraced()) ++lines[line];
+    EXPECT_EQ(lines, expected);
+    EXPECT_EQ(TakeDebugged().size(), 8u * kRounds);
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <thread>
 
 #include "compositions/language/CompInterpreter.h"
@@ -117,11 +118,14 @@ TEST(HostileText, SearchesEndOnAnyText) {
     });
 }
 
+// The first of them makes the language's tables: run by itself, too, where nobody has made them.
 TEST(HostileText, ManyThreadsMayMakeInterpretersAtOnce) {
     std::vector<std::thread> threads;
     std::vector<int> found(8);
+    std::atomic<std::size_t> ready{0};
     for (int& result : found) {
-        threads.emplace_back([&result] {
+        threads.emplace_back([&] {
+            for (++ready; ready < found.size();) std::this_thread::yield();
             for (int count = 0; count < 50; ++count) {
                 CompInterpreter interpreter(std::string_view("a [SETUP] "));
                 result += interpreter.find_expression(R26, false) ? 1 : 0;

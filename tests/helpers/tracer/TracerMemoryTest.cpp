@@ -95,4 +95,73 @@ TEST_F(TraceServiceTest, LogOfAThreadThatDiesWithoutMemoryIsWrittenOnStopping) {
     });
 }
 
+// --- Messages ------------------------------------------------------------------------------------
+
+class CountingSink : public helpers::LogSink {
+public:
+    bool WriteAt(std::uint64_t, const char*, std::size_t size) override {
+        bytes += size;
+        return true;
+    }
+    std::size_t bytes = 0;
+};
+
+struct PumpedTracer {
+    PumpedTracer() {
+        tracer.InitializeBuffers();
+        tracer.SetLevelMask(2);
+        tracer.SetRunning(true);
+    }
+    std::unique_ptr<helpers::TracerLayout> layout = std::make_unique<helpers::TracerLayout>();
+    helpers::Tracer tracer{*layout};
+    CountingSink sink;
+    std::unique_ptr<helpers::LogWriter> writer = std::make_unique<helpers::LogWriter>(tracer, sink);
+};
+
+TEST(TraceMessageMemory, MessageLosesPiecesOrItselfAndThrowsNothing) {
+    const std::u16string narrow = u"a narrow piece that takes room, ";
+    const std::u16string wide = u"and a wide one that takes more room";
+    ForEachAllocation([&](int nth, bool lasts) {
+        bool happened = false;
+        const std::int64_t live = LiveAllocations();
+        {
+            PumpedTracer test;
+            helpers::PublishTracer(*test.layout);
+            {
+                const AllocationFault fault(Fault::kBadAlloc, nth, lasts);
+                TraceMessage()
+                    .Append("a narrow piece that takes room, ")
+                    .Append(L"and a wide one that takes more room");
+                happened = fault.Happened();
+            }
+            helpers::WithdrawTracer();
+            const helpers::Record record = test.tracer.Buffer(0).At(0);
+            const std::u16string text(record.Text(), record.Length());
+            const std::u16string whole = narrow + wide + u"\n";
+            EXPECT_TRUE(text == whole || (happened && (text == narrow + u"\n" ||
+                                                       text == wide + u"\n" || text == u"\n")))
+                << text.size();
+        }
+        EXPECT_EQ(LiveAllocations(), live) << "leaked";
+        return happened;
+    });
+}
+
+TEST(Tracer, WritingAllocatesNothing) {
+    PumpedTracer test;
+    const std::wstring text(600, L'x');
+    const std::wstring endless(5000, L'y');
+    const std::size_t before = test_support::AllocationsMade();
+    // More than both buffers hold, so that they change and are written out meanwhile.
+    for (int i = 0; i < 400; ++i) {
+        test.tracer.Write(2, text);
+        test.tracer.Write(1, text);  // not heard
+        test.tracer.Write(2, endless);
+        if (i % 10 == 0) test.writer->DrainOnce();
+    }
+    test.writer->Finish();
+    EXPECT_EQ(test_support::AllocationsMade(), before);
+    EXPECT_GT(test.sink.bytes, 400u * (600 + 2048));
+}
+
 }  // namespace

@@ -54,4 +54,16 @@ TEST_F(TracePlaces, LastPlaceIsTheDriveItself) {
     EXPECT_EQ(logs, 1);
 }
 
+// The folder goes although a file in it is open; the tracer neither notices nor makes it again.
+TEST(TraceFolder, IsGoneOnceItIsRemoved) {
+    trace_test::EnableLog();
+    const trace_test::Sandbox sandbox;
+    const auto result =
+        sandbox.Run({"load:trace_service", "say:trace_service:2:before", "await_log", "remove_logs",
+                     "say_numbered:trace_service:5000", "free:trace_service"});
+    EXPECT_EQ(result.end, platform::ChildEnd::kExited) << result.reason;
+    EXPECT_EQ(result.code, 0u);
+    EXPECT_FALSE(fs::exists(sandbox.LogFolder()));
+}
+
 }  // namespace
