@@ -113,7 +113,6 @@ TEST_F(TraceLogFile, FolderThatVanishesAtOnceHurtsNobody) {
     }
     RunWell(commands);
 }
-}
 
 TEST_F(TraceLogFile, EveryLoadMakesALogOfItsOwnOrTruncatesThatOfTheSameSecond) {
     RunWell({"load:trace_service", "say:trace_service:2:first", "free:trace_service",
