@@ -50,6 +50,7 @@ protected:
     template <class Fault, class... Arguments>
     Answers Load(Arguments... arguments) {
         Answers answers;
+        ++loads_;
         void* library = nullptr;
         std::shared_ptr<tarnex::ITarnex> manager;
         {
@@ -73,14 +74,35 @@ protected:
         return answers;
     }
 
+    // What is in use, from where on loads are counted.
+    test_support::Usage Begin() {
+        loads_ = 0;
+        return test_support::LeastUsage(20, {});
+    }
+    // The manager of each load lives until the process ends.
+    void ExpectNothingStayed(const test_support::Usage& before) {
+        const test_support::Usage after = test_support::LeastUsage(200, before);
+        EXPECT_LE(after.handles, before.handles);
+        EXPECT_LE(after.threads, before.threads);
+        EXPECT_LE(after.mappings, before.mappings);
+        EXPECT_LE(after.heapBytes - before.heapBytes,
+                  loads_ * (kManagerBytes + TARNEX_BYTES_PER_LOAD) + kWaveringBytes)
+            << loads_ << " loads";
+    }
+
+    static constexpr int kManagerBytes = 48;
+    static constexpr int kWaveringBytes = 4096;
+
+    int loads_ = 0;
     TempFolder folder_;
     const std::filesystem::path library_ = folder_ / test_support::kTarnexFile;
 };
 
 TEST_F(LibraryFault, MemoryThatRunsOutOnLoadingCostsNoMoreThanACode) {
     using test_support::AllocationFault;
-    Load<AllocationFault>(test_support::Fault::kBadAlloc, 100'000);
-    const test_support::Usage before = test_support::LeastUsage(20, {});
+    // What the system and the heap set up when an exception comes from here or there.
+    for (int nth = 1; nth < 30; ++nth) Load<AllocationFault>(test_support::Fault::kBadAlloc, nth);
+    const test_support::Usage before = Begin();
     test_support::ForEachAllocation([&](int nth, bool lasts) {
         const Answers answers = Load<AllocationFault>(test_support::Fault::kBadAlloc, nth, lasts);
         EXPECT_TRUE(answers.loaded);
@@ -90,10 +112,7 @@ TEST_F(LibraryFault, MemoryThatRunsOutOnLoadingCostsNoMoreThanACode) {
         }
         return answers.happened;
     });
-    const test_support::Usage after = test_support::LeastUsage(200, before);
-    EXPECT_LE(after.handles, before.handles);
-    EXPECT_LE(after.threads, before.threads);
-    EXPECT_LE(after.mappings, before.mappings);
+    ExpectNothingStayed(before);
 }
 
 // The thread that writes the log meets its fault whenever it asks for memory; whoever unloads the
@@ -104,6 +123,7 @@ TEST_F(LibraryFault, MemoryThatRunsOutOnUnloadingCostsTheLogAlone) {
     int logs = 0;
     const auto cycle = [&](int nth, bool lasts) {
         std::filesystem::remove_all(LogFolder());
+        ++loads_;
         const OtherThreadsFault thread(nth, lasts);
         void* library = dlopen(library_.c_str(), RTLD_NOW | RTLD_LOCAL);
         EXPECT_NE(library, nullptr);
@@ -120,19 +140,16 @@ TEST_F(LibraryFault, MemoryThatRunsOutOnUnloadingCostsTheLogAlone) {
         return thread.Happened();
     };
     cycle(100'000, false);
-    const test_support::Usage before = test_support::LeastUsage(20, {});
+    const test_support::Usage before = Begin();
     test_support::ForEachAllocation(cycle);
     EXPECT_GT(logs, 2) << "nothing but rounds without a log";
-    const test_support::Usage after = test_support::LeastUsage(200, before);
-    EXPECT_LE(after.handles, before.handles);
-    EXPECT_LE(after.threads, before.threads);
-    EXPECT_LE(after.mappings, before.mappings);
+    ExpectNothingStayed(before);
 }
 
 TEST_F(LibraryFault, SystemThatRefusesOnLoadingCostsTheLogAtMost) {
     using test_support::SystemFault;
     Load<SystemFault>(SystemCall::kOpen, 100'000, false);
-    const test_support::Usage before = test_support::LeastUsage(20, {});
+    const test_support::Usage before = Begin();
     for (const SystemCall call : {SystemCall::kOpen, SystemCall::kLook, SystemCall::kRead,
                                   SystemCall::kWrite, SystemCall::kMove, SystemCall::kLock,
                                   SystemCall::kMemory, SystemCall::kEvent, SystemCall::kThread}) {
@@ -145,10 +162,7 @@ TEST_F(LibraryFault, SystemThatRefusesOnLoadingCostsTheLogAtMost) {
             return answers.happened && nth < 40;
         });
     }
-    const test_support::Usage after = test_support::LeastUsage(200, before);
-    EXPECT_LE(after.handles, before.handles);
-    EXPECT_LE(after.threads, before.threads);
-    EXPECT_LE(after.mappings, before.mappings);
+    ExpectNothingStayed(before);
 }
 
 }  // namespace
