@@ -10,6 +10,7 @@ __declspec(allocate(".shared")) volatile unsigned char g_TarnexInstanceTaken = 0
 #else
 __attribute__((section(".shared"), shared)) volatile unsigned char g_TarnexInstanceTaken = 0;
 #endif
+static_assert(sizeof g_TarnexInstanceTaken == 1, "whatever else is shared strangers can change");
 
 }  // namespace
 
