@@ -6,6 +6,7 @@
 #include <thread>
 #include <vector>
 
+#include "compositions/HashIndex.h"
 #include "compositions/reader/ReadScript.h"
 
 namespace {
@@ -55,8 +56,14 @@ std::string ExampleText(const char* name) {
     return FileText(std::string(TARNEX_SOURCE_DIR) + "/examples/compositions/" + name);
 }
 
-// What a process makes at the first reading is made by one of them; run by itself, too, where
-// nothing was read before.
+// What a process makes at its first reading is made by one of them. These two are run by
+// themselves, too, where nothing was read before.
+TEST(ReaderThreads, ManyThreadsHashTheFirstNames) {
+    std::vector<std::uint64_t> hashes(kThreads);
+    OnThreadsAtOnce([&](std::size_t i) { hashes[i] = HashOf(L"a name"); });
+    EXPECT_EQ(hashes, std::vector(kThreads, hashes[0]));
+}
+
 TEST(ReaderThreads, ManyThreadsReadTheFirstScripts) {
     const std::string text = ExampleText("film_look.txt");
     std::vector<std::shared_ptr<CompositionScript>> scripts(kThreads);

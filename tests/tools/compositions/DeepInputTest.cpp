@@ -1,9 +1,11 @@
 // Everything of the program that walks a script, an archive or a structure, on a stack of 256 KiB:
-// inputs so deep that a call for each level would not fit, however small.
+// inputs so deep, or of so many elements, that a call for each would not fit, however small.
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <cstdlib>
+#include <filesystem>
 #include <fstream>
 
 #include "Tool.h"
@@ -76,6 +78,83 @@ TEST_F(DeepInput, ArchiveIsCompiledInspectedVerifiedDumpedAndExtracted) {
     EXPECT_EQ(Run({"dump", "-o", Output("deep.json"), archive}), 0);
     EXPECT_EQ(Run({"graph", "-o", Output("deep.dot"), archive}), 0);
     EXPECT_EQ(Run({"archive", "extract", "-o", Output("again.txt"), archive}), 0);
+}
+
+// --- Many elements -------------------------------------------------------------------------------
+
+std::size_t Elements() {
+    return std::getenv("TARNEX_LONG_TESTS") != nullptr ? 60'000 : 2000;
+}
+
+// `statement` once for each element, with its number wherever there is a '#'.
+std::string Numbered(const std::string& statement) {
+    std::string text;
+    for (std::size_t i = 0; i < Elements(); ++i) {
+        for (const char c : statement) {
+            if (c == '#') {
+                text += std::to_string(i);
+            } else {
+                text += c;
+            }
+        }
+    }
+    return text;
+}
+
+struct Wide {
+    const char* name;
+    std::string setup = {};
+    std::string sources = {};
+    std::string effects = {};
+    std::string structure = "OUTPUT = E0(Back)\n";
+    std::string rest = {};
+    bool drawn = false;
+};
+
+std::vector<Wide> EverySection() {
+    return {
+        {.name = "setup", .setup = Numbered("%V#% = REGS : {\"Key\", \"N#\"}\n")},
+        {.name = "sources", .sources = Numbered("S# = INPUT\n")},
+        {.name = "media", .sources = Numbered("M# = BITMAP : \"a.bmp\"\n")},
+        {.name = "effects", .effects = Numbered("F# = \"blur\"\n")},
+        {.name = "structure",
+         .structure = "OUTPUT = MIX(" + Numbered("E0(Back), ") + "E0(Back))\n",
+         .drawn = true},
+        {.name = "properties", .rest = "[PROPERTIES]\n" + Numbered("READ \"P#\" = 1\n")},
+        {.name = "mapping",
+         .rest = "[PROPERTIES]\nREAD WRITE \"P\" = 1\n[MAPPING]\n" +
+                 Numbered("READ WRITE \"P\" = E0.\"Q#\"\n")},
+        {.name = "envelopes",
+         .rest = "[ENVELOPES]\n" + Numbered("N# = {1}, {0, 1.0, LINEAR}, {9, HOLD}\n"),
+         .drawn = true},
+        {.name = "keys",
+         .rest = "[ENVELOPES]\nN = {1}, " + Numbered("{#, 1.0, LINEAR}, ") + "{99999, HOLD}\n",
+         .drawn = true},
+        {.name = "timeline", .rest = "[TIMELINE]\n" + Numbered("E0.\"Q#\" = 1.5\n"), .drawn = true},
+        {.name = "targets", .rest = "[TIMELINE]\n" + Numbered("E0.\"Q#\", ") + "E0.\"Q\" = 1.5\n"},
+    };
+}
+
+TEST_F(DeepInput, SectionsOfManyElementsAreWalked) {
+    for (const Wide& wide : EverySection()) {
+        SCOPED_TRACE(wide.name);
+        const std::string script =
+            folder_.Write("wide.txt", "[SETUP]\nNAME = \"N\"\nCATEGORY = \"C\"\n" + wide.setup +
+                                          "[SOURCES]\nBack = INPUT\n" + wide.sources +
+                                          "[EFFECTS]\nE0 = \"blur\"\n" + wide.effects +
+                                          "[STRUCTURE]\n" + wide.structure + wide.rest);
+        EXPECT_LE(Run({"check", script}), 1);  // there may be something to say of it
+        EXPECT_EQ(Run({"dump", "-o", Output("wide.json"), script}), 0);
+        const std::string archive = Output("wide.mxf");
+        EXPECT_EQ(Run({"archive", "compile", "-o", archive, script}), 0);
+        // Else they were not read at all.
+        EXPECT_GT(std::filesystem::file_size(folder_.Path() / "wide.mxf"), 8u * Elements());
+        EXPECT_EQ(Run({"archive", "extract", "-o", Output("again.txt"), archive}), 0);
+        if (!wide.drawn) continue;
+        EXPECT_EQ(Run({"graph", "-o", Output("wide.dot"), script}), 0);
+        // Too many curves are refused, whole.
+        EXPECT_THAT(Run({"plot", "-o", Output("wide.svg"), script}), testing::AnyOf(0, 4));
+    }
 }
 
 }  // namespace
