@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <atomic>
 #include <chrono>
+#include <filesystem>
+#include <fstream>
 #include <list>
 #include <mutex>
 #include <random>
@@ -14,6 +16,8 @@
 namespace {
 
 using Clock = std::chrono::steady_clock;
+using test_support::PathFromUtf8;
+using test_support::Utf8;
 using test_support::Wide;
 
 // Lines per thread are kept at about this many a second, so that a night's log fits on a disk.
@@ -35,6 +39,7 @@ public:
         while (Clock::now() < end) {
             for (int i = 0; i < 50; ++i) UseProperties();
             UseFactory();
+            if (number_ == 0) UseFreshScript();
             if (Clock::now() >= nextLine) {
                 SayLine();
                 nextLine += kLinePause;
@@ -46,6 +51,7 @@ public:
     long long calls = 0;
     long long said = 0;
     long long wrong = 0;
+    long long fresh = 0;
 
 private:
     void Expect(bool fine) {
@@ -97,6 +103,30 @@ private:
         }
     }
 
+    // One that nobody has seen before, and the archive that is written beside it, where that is on.
+    // Every tenth is registered, which is there to stay.
+    void UseFreshScript() {
+        const bool isRegistered = ++rounds_ % 10 == 0;
+        const std::filesystem::path file =
+            PathFromUtf8(Utf8(scripts_[0])).parent_path() / ("fresh" + std::to_string(rounds_));
+        const std::filesystem::path script = std::filesystem::path(file).concat(".txt");
+        const std::filesystem::path archive = std::filesystem::path(file).concat(".mxf");
+        std::ofstream(script) << "[SETUP]\nNAME = \"Fresh " << rounds_
+                              << "\"\nCATEGORY = \"Soak\"\n[SOURCES]\nBack = INPUT\n[EFFECTS]\n"
+                                 "B = \"Blur\"\n[STRUCTURE]\nOUTPUT = B(Back)\n";
+        const std::lock_guard lock(oneCall_);
+        std::shared_ptr<fx::IBaseFX> effect;
+        Expect(factory_.CreateFX(Wide(Utf8(script)), effect) == fx::eSuccess);
+        // Where archives are saved they are not read.
+        Expect(std::filesystem::exists(archive));
+        if (isRegistered) {
+            Expect(factory_.RegisterEffect(Wide(Utf8(script)), true) == tarnex::eSuccess);
+            ++fresh;
+        }
+        std::filesystem::remove(script);
+        std::filesystem::remove(archive);
+    }
+
     void SayLine() {
         std::int32_t value = 0;
         const std::wstring name =
@@ -111,6 +141,7 @@ private:
     std::shared_ptr<fx::IBaseFX> shared_;
     const std::vector<std::wstring>& scripts_;
     std::mt19937 random_;
+    int rounds_ = 0;
 };
 
 // The index of the effect of that name.
@@ -144,6 +175,7 @@ void Soak(tarnex::GlobalFXFactory& factory, int seconds, const std::vector<std::
     const Clock::time_point begin = Clock::now();
     RunAll(workers, begin + std::chrono::milliseconds(seconds * 200));
     const test_support::Usage before = test_support::LeastUsage(20, {});
+    const long long registered = workers[0].fresh;
     RunAll(workers, begin + std::chrono::seconds(seconds));
     const test_support::Usage after = test_support::LeastUsage(500, before);
 
@@ -159,4 +191,5 @@ void Soak(tarnex::GlobalFXFactory& factory, int seconds, const std::vector<std::
     say(said);
     say(test_support::Growth(before, after));
     say("wrong " + std::to_string(wrong));
+    say("fresh " + std::to_string(workers[0].fresh - registered));
 }

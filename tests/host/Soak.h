@@ -17,6 +17,8 @@ inline constexpr int kSoakThreads = 8;
 //       property: "soak T N ", the first with N = 0;
 //   "handles N threads N mappings N bytes N": what the process holds more at the end than after a
 //       fifth of the time;
-//   "wrong N": calls that answered something unexpected.
+//   "wrong N": calls that answered something unexpected;
+//   "fresh N": scripts that were registered for the first time after that fifth. They stay.
+// The process's settings must have archives saved beside scripts.
 void Soak(tarnex::GlobalFXFactory& factory, int seconds, const std::vector<std::string>& scripts,
           const std::function<void(const std::string&)>& say);
