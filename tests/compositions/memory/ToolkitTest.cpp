@@ -51,6 +51,8 @@ template <class Round>
 void ForEachInterpreter(Round round) {
     static_cast<void>(CompInterpreter(kText));  // what is made once and kept
     int failed = 0;
+    captured::TakeTraced();
+    captured::TakeDebugged();
     ForEachAllocation([&](int nth, bool lasts) {
         const std::int64_t live = LiveAllocations();
         Outcome outcome;
