@@ -47,28 +47,28 @@ private:
         entry.address = builder_.Here();
         const std::wstring first = builder_.Analysis().FirstCharacters(node);
         entry.first = builder_.SetOf(first);
-        if (!first.empty() && first.find_first_not_of(first[0]) == first.npos &&
-            entry.first.Has(first[0])) {
-            entry.onlyFirst = first[0];
-        }
         builder_.BeginRule(kNone);
         LayOut(node, mode);
         builder_.Emit(Operation::kMatched);
-        FindKeyword(entry);
+        if (!first.empty() && first.find_first_not_of(first[0]) == first.npos &&
+            entry.first.Has(first[0])) {
+            FindKeyword(entry, first[0]);
+        }
         return entry;
     }
 
     // Looks for a keyword behind the first lexem.
-    void FindKeyword(Entry& entry) {
+    void FindKeyword(Entry& entry, wchar_t onlyFirst) {
         const Instruction& first = builder_.At(entry.address);
         const bool isLexem =
-            first.operation == Operation::kPlain || first.operation == Operation::kMark;
-        if (!isLexem || first.keyword != nullptr) return;
+            first.operation == Operation::kWord || first.operation == Operation::kMark;
+        if (!isLexem) return;
         const Instruction& second = builder_.At(entry.address + 1);
-        if (second.operation != Operation::kPlain || second.keyword == nullptr) return;
+        if (second.operation != Operation::kKeyword) return;
         const wchar_t character = second.keyword->front();
         if (character == 0 || (character & ~0x7F) != 0) return;
         entry.beforeKeyword = first.lexem;
+        entry.onlyFirst = onlyFirst;
         entry.keywordFirst = character;
     }
 

@@ -131,10 +131,33 @@ private:
         }
         const std::wstring others = FirstCharacters(rest, depth);
         if (FirstCharacters(head, depth).find_first_of(others) != others.npos) return false;
-        if (depth == 0) return true;
-        const Step& step = head.front()[depth];
-        return head.size() == 1 && head.front().size() == depth + 1 && step.node != nullptr &&
-               Sort(*step.node) == NodeSort::kLexem && step.node->keyword.empty();
+        return depth == 0 || (head.size() == 1 && FailsAtOnce(head.front(), depth));
+    }
+
+    // Whether the steps from `depth` on read nothing unless they match.
+    bool FailsAtOnce(const Steps& steps, std::size_t depth) const {
+        if (LexemOf(steps[depth]) == nullptr) return false;
+        for (std::size_t next = depth + 1; next < steps.size(); ++next) {
+            const bool isSure =
+                steps[next].node == nullptr || SurelyFollows(steps[next - 1], steps[next]);
+            if (!isSure) return false;
+        }
+        return true;
+    }
+
+    // Whether the second step is the mark at which the first one, if it matches, ends.
+    bool SurelyFollows(const Step& first, const Step& second) const {
+        const CompiledLexem* lexem = LexemOf(first);
+        const CompiledLexem* mark = LexemOf(second);
+        return lexem != nullptr && mark != nullptr && lexem->shape == LexemShape::kUntil &&
+               mark->shape == LexemShape::kMark && mark->mark == lexem->onlyStop &&
+               !builder_.IsBlank(mark->mark);
+    }
+
+    // The lexem, when the step reads one and whatever it is.
+    const CompiledLexem* LexemOf(const Step& step) const {
+        const bool isLexem = step.node != nullptr && Sort(*step.node) == NodeSort::kLexem;
+        return isLexem && step.node->keyword.empty() ? &builder_.Lexem(step.node->id) : nullptr;
     }
 
     std::wstring FirstCharacters(Alternatives alternatives, std::size_t depth) const {

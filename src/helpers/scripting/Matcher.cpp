@@ -1,18 +1,10 @@
 #include "helpers/scripting/Matcher.h"
 
+#include "helpers/scripting/AsciiCase.h"
 #include "platform/CharacterCase.h"
 
 namespace helpers::scripting {
 namespace {
-
-bool IsAscii(wchar_t character) {
-    return (character & ~0x7F) == 0;
-}
-
-wchar_t UpperAscii(wchar_t character) {
-    const bool isLower = character >= L'a' && character <= L'z';
-    return isLower ? static_cast<wchar_t>(character - (L'a' - L'A')) : character;
-}
 
 // `keyword` is upper case. A lexem with a zero in it equals none.
 bool EqualsKeyword(std::wstring_view lexem, const std::wstring& keyword) {
@@ -33,17 +25,16 @@ bool EqualsKeyword(std::wstring_view lexem, const std::wstring& keyword) {
 }  // namespace
 
 bool Matcher::Match(const Program& program, std::uint32_t address, std::size_t& position,
-                    std::size_t before, Report report) {
+                    Pieces& pieces, std::size_t before, Report report) {
     program_ = &program;
     report_ = report;
     frames_.clear();
     rereads_.clear();
-    pieces_.Start(before);
+    pieces_.Start(pieces, before);
     return memory_ ? Run<true>(address, position) : Run<false>(address, position);
 }
 
-// Every position is tried in turn, but where no match can begin. Blanks before a match belong to
-// it, so the position where it began is that of the first of them.
+// Every position is tried in turn, but where no match can begin.
 bool Matcher::Find(const Program& program, const Entry& entry, std::size_t& position, bool peek,
                    Report report) {
     const std::wstring_view text = scanner_.Text();
@@ -51,38 +42,49 @@ bool Matcher::Find(const Program& program, const Entry& entry, std::size_t& posi
     const Forgetting forgetting{memory_};
     if (entry.recursive && !program.mayReport && !program.mayLoop) {
         memory_ = std::make_unique<Memory>();
+    } else if (entry.beforeKeyword != nullptr && !program.mayReport) {
+        return FindKeyword(program, entry, position, peek, report);
     }
-    const bool peeksForKeyword = entry.beforeKeyword != nullptr && !program.mayReport && !memory_;
-    std::size_t passedOver = kNoPosition;  // the last candidate with a lexem, unless it was read
-    bool found = false;
-    for (std::size_t from = position; from < text.size() && !found; ++from) {
+    for (std::size_t from = position; from < text.size(); ++from) {
         if (!program.mayReport) from = scanner_.FindCandidate(entry, from);
-        if (from == kNoPosition) break;
-        if (peeksForKeyword) {
-            const std::size_t next = scanner_.FindEnd(*entry.beforeKeyword, from);
-            if (next == kNoPosition) continue;
-            if (!KeywordCanFollow(entry, next)) {
-                passedOver = from;
-                continue;
-            }
-        }
-        passedOver = kNoPosition;
-        std::size_t end = from;
-        found = Match(program, entry.address, end, 0, report);
-        if (!found) continue;
-        while (from > position && program.blanks.Has(text[from - 1])) --from;
-        position = peek ? from : end;
+        if (from == kNoPosition) return false;
+        if (MatchFound(program, entry, from, position, peek, report)) return true;
     }
-    // Read it for the sake of the last lexem.
-    if (passedOver != kNoPosition) Match(program, entry.address, passedOver, 0, report);
-    return found;
+    return false;
 }
 
-// Whether the entry's keyword can stand behind its first lexem, which ends at `end`: spares most
-// candidates of a search.
-inline bool Matcher::KeywordCanFollow(const Entry& entry, std::size_t end) {
-    const wchar_t character = scanner_.Text().data()[scanner_.SkipBlanks(end)];
-    return UpperAscii(character) == entry.keywordFirst || !IsAscii(character);
+// The first letter of the keyword spares most candidates; the last of them is read all the same,
+// for the sake of the last lexem.
+bool Matcher::FindKeyword(const Program& program, const Entry& entry, std::size_t& position,
+                          bool peek, Report report) {
+    std::size_t passedOver = kNoPosition;  // the last candidate, unless it was read
+    for (const Candidate& candidate : scanner_.FindCandidates(entry, position)) {
+        if (candidate.behind != entry.keywordFirst && IsAscii(candidate.behind)) {
+            passedOver = candidate.position;
+            continue;
+        }
+        passedOver = kNoPosition;
+        if (MatchFound(program, entry, candidate.position, position, peek, report)) return true;
+    }
+    if (passedOver != kNoPosition) {
+        Pieces pieces;
+        Match(program, entry.address, passedOver, pieces, 0, report);
+    }
+    return false;
+}
+
+// Blanks before a match belong to it, so the position where it began is that of the first of them.
+bool Matcher::MatchFound(const Program& program, const Entry& entry, std::size_t from,
+                         std::size_t& position, bool peek, Report report) {
+    Pieces pieces;
+    std::size_t end = from;
+    if (!Match(program, entry.address, end, pieces, 0, report)) return false;
+    if (peek) {
+        while (from > position && program.blanks.Has(scanner_.Text()[from - 1])) --from;
+        end = from;
+    }
+    position = end;
+    return true;
 }
 
 // A search that remembers wants no pieces.
@@ -97,8 +99,22 @@ bool Matcher::Run(std::uint32_t address, std::size_t& position) {
                 if (!ReadMark<kRemembers>(*at, place)) break;
                 ++at;
                 continue;
-            case Operation::kPlain:
-                if (!ReadPlain<kRemembers>(*at, place)) break;
+            case Operation::kWord:
+                if (!ReadWord<kRemembers>(*at, scanner_.EndOfWord(*at->lexem, place.first),
+                                          place)) {
+                    break;
+                }
+                ++at;
+                continue;
+            case Operation::kKeyword:
+                if (!ReadKeyword<kRemembers>(*at, place)) break;
+                ++at;
+                continue;
+            case Operation::kUntil:
+                if (!ReadWord<kRemembers>(*at, scanner_.EndOfUntil(*at->lexem, place.first),
+                                          place)) {
+                    break;
+                }
                 ++at;
                 continue;
             case Operation::kLexem:
@@ -176,15 +192,30 @@ inline bool Matcher::ReadMark(const Instruction& instruction, Place& place) {
     return true;
 }
 
+// `end`: where the lexem ends, or kNoPosition.
 template <bool kRemembers>
-inline bool Matcher::ReadPlain(const Instruction& instruction, Place& place) {
+inline bool Matcher::ReadWord(const Instruction& instruction, std::size_t end, Place& place) {
     const std::size_t begin = place.first;
-    const std::size_t end = scanner_.FindEnd(*instruction.lexem, begin);
+    if (end == kNoPosition) return false;
+    last_ = {begin, end, instruction.kind};
+    if (kRemembers) {
+        ++reads_;
+    } else if (instruction.store) {
+        Store(instruction, {scanner_.Text().data() + begin, end - begin});
+    }
+    place = {end, scanner_.SkipBlanks(end)};
+    return true;
+}
+
+template <bool kRemembers>
+inline bool Matcher::ReadKeyword(const Instruction& instruction, Place& place) {
+    const std::size_t begin = place.first;
+    const std::size_t end = scanner_.EndOfWord(*instruction.lexem, begin);
     if (end == kNoPosition) return false;
     last_ = {begin, end, instruction.kind};
     if (kRemembers) ++reads_;
     const std::wstring_view lexem(scanner_.Text().data() + begin, end - begin);
-    if (instruction.keyword != nullptr && !EqualsKeyword(lexem, *instruction.keyword)) return false;
+    if (!EqualsKeyword(lexem, *instruction.keyword)) return false;
     if (!kRemembers && instruction.store) Store(instruction, lexem);
     place = {end, scanner_.SkipBlanks(end)};
     return true;
@@ -269,9 +300,9 @@ bool Matcher::Backtrack() {
 
 // A rule that comes to itself without having read anything would do so for ever; it does not match.
 bool Matcher::IsOpenHere(std::uint32_t callee, Place place) const {
-    for (auto frame = frames_.rbegin(); frame != frames_.rend(); ++frame) {
-        if (frame->place.position != place.position) return false;
-        if (frame->callee == callee) return true;
+    for (std::size_t index = frames_.size(); index-- > 0;) {
+        if (frames_[index].place.position != place.position) return false;
+        if (frames_[index].callee == callee) return true;
     }
     return false;
 }

@@ -11,6 +11,7 @@
 
 #include "helpers/scripting/PieceRecorder.h"
 #include "helpers/scripting/Program.h"
+#include "helpers/scripting/SmallList.h"
 #include "helpers/scripting/TextScanner.h"
 
 namespace helpers::scripting {
@@ -27,18 +28,20 @@ class Matcher {
 public:
     using Report = void (*)(int line);
 
-    explicit Matcher(TextScanner& scanner) : scanner_(scanner) { frames_.reserve(kFewFrames); }
+    // What matching reads from.
+    TextScanner& Scanner() { return scanner_; }
 
-    // Matches at `position` and moves it behind the match; on failure it stays. `before` pieces are
-    // in the caller's list already.
-    bool Match(const Program& program, std::uint32_t address, std::size_t& position,
+    // Matches at `position` and moves it behind the match; on failure it stays. What the match
+    // stores goes into `pieces`; see Recorded(). `before` more pieces are in a list of the
+    // caller's.
+    bool Match(const Program& program, std::uint32_t address, std::size_t& position, Pieces& pieces,
                std::size_t before, Report report);
     // Looks for the first position from `position` on where the entry matches, and moves it there
     // (peek) or behind the match; on failure it stays.
     bool Find(const Program& program, const Entry& entry, std::size_t& position, bool peek,
               Report report);
-    // What the last match stored; after a failure, what it left appended to the caller's pieces.
-    PieceRecorder& Recorded() { return pieces_; }
+    // What the last match stored; after a failure, what it left appended to the caller's list.
+    const PieceRecorder& Recorded() const { return pieces_; }
 
     const LastLexem& Last() const { return last_; }
     void SetLast(const LastLexem& last) { last_ = last; }
@@ -86,13 +89,18 @@ private:
         ~Forgetting() { memory.reset(); }
     };
 
-    bool KeywordCanFollow(const Entry& entry, std::size_t end);
+    bool FindKeyword(const Program& program, const Entry& entry, std::size_t& position, bool peek,
+                     Report report);
+    bool MatchFound(const Program& program, const Entry& entry, std::size_t from,
+                    std::size_t& position, bool peek, Report report);
     template <bool kRemembers>
     bool Run(std::uint32_t address, std::size_t& position);
     template <bool kRemembers>
-    bool ReadPlain(const Instruction& instruction, Place& place);
-    template <bool kRemembers>
     bool ReadMark(const Instruction& instruction, Place& place);
+    template <bool kRemembers>
+    bool ReadWord(const Instruction& instruction, std::size_t end, Place& place);
+    template <bool kRemembers>
+    bool ReadKeyword(const Instruction& instruction, Place& place);
     template <bool kRemembers>
     bool ReadLexem(const Instruction& instruction, Place& place);
     void Store(const Instruction& instruction, std::wstring_view lexem);
@@ -111,14 +119,12 @@ private:
         return {position, scanner_.SkipBlanks(position)};
     }
 
-    TextScanner& scanner_;
+    TextScanner scanner_;
     LastLexem last_;
     const Program* program_ = nullptr;
     Report report_ = nullptr;
     PieceRecorder pieces_;
-    static constexpr std::size_t kFewFrames = 16;  // most texts need no more
-
-    std::vector<Frame> frames_;
+    SmallList<Frame, 8> frames_;             // most texts need no more
     std::vector<Reread> rereads_;            // one for each choice of that sort among the frames
     std::unique_ptr<Memory> memory_;         // only while a search remembers
     std::uint32_t reads_ = 0;                // lexems read, while a search remembers

@@ -3,8 +3,8 @@
 namespace helpers::scripting {
 
 void PieceRecorder::Append(std::wstring_view part) {
-    if (!pieces_.empty() && joins_.empty()) {
-        std::wstring_view& last = pieces_.back();
+    if (!pieces_->empty() && joins_.empty()) {
+        std::wstring_view& last = pieces_->back();
         if (last.empty()) last = {part.data(), 0};
         if (last.data() + last.size() == part.data()) {
             last = {last.data(), last.size() + part.size()};
@@ -12,16 +12,11 @@ void PieceRecorder::Append(std::wstring_view part) {
         }
     }
     if (Count() == 0) return Add(part);
-    joins_.push_back({pieces_.size(), part});
-}
-
-void PieceRecorder::MoveTo(Pieces& out) {
-    out.joined_.clear();
-    out.views_.swap(pieces_);
-    if (!joins_.empty()) JoinInto(out);
+    joins_.push_back({pieces_->size(), part});
 }
 
 void PieceRecorder::JoinInto(Pieces& out) const {
+    out.joined_.clear();
     std::size_t length = 0;
     std::size_t piece = 0;
     for (const Join& join : joins_) {
@@ -46,7 +41,7 @@ void PieceRecorder::JoinInto(Pieces& out) const {
 
 void PieceRecorder::AppendTo(std::vector<std::wstring>& out) const {
     const std::size_t first = out.size();
-    for (const std::wstring_view piece : pieces_) out.emplace_back(piece);
+    for (const std::wstring_view piece : *pieces_) out.emplace_back(piece);
     for (const Join& join : joins_) out[first + join.piece - 1].append(join.part);
 }
 

@@ -20,17 +20,17 @@ public:
         std::size_t joins = 0;
     };
 
-    PieceRecorder() { pieces_.reserve(Pieces::kFew); }
-
-    // Starts over, behind `before` pieces that the caller's list holds already.
-    void Start(std::size_t before) {
+    // Starts over into `out`, which stays until the next start. `before`: how many pieces a list
+    // of the caller's holds already.
+    void Start(Pieces& out, std::size_t before) {
+        out.clear();
+        pieces_ = &out.views_;
         before_ = before;
-        pieces_.clear();
         joins_.clear();
     }
-    std::size_t Count() const { return before_ + pieces_.size(); }
+    std::size_t Count() const { return before_ + pieces_->size(); }
 
-    void Add(std::wstring_view piece) { pieces_.push_back(piece); }
+    void Add(std::wstring_view piece) { pieces_->push_back(piece); }
     // To the last piece; to a new one where there is none.
     void Append(std::wstring_view part);
 
@@ -38,27 +38,27 @@ public:
     // it does when a list of strings is cut.
     void CutTo(std::size_t count) {
         const std::size_t own = count - before_;
-        if (own >= pieces_.size()) return;
-        pieces_.resize(own);
+        if (own >= pieces_->size()) return;
+        pieces_->CutTo(own);
         while (!joins_.empty() && joins_.back().piece > own) joins_.pop_back();
     }
     void CutToStart() { CutTo(before_); }
 
     // For going back to the very state that was left, appended parts included.
     State Save() const {
-        return {pieces_.empty() ? std::wstring_view() : pieces_.back(),
-                joins_.empty() ? 0 : joins_.size()};
+        return {pieces_->empty() ? std::wstring_view() : pieces_->back(), joins_.size()};
     }
     void CutTo(std::size_t count, const State& state) {
         CutTo(count);
-        if (!pieces_.empty()) pieces_.back() = state.last;
+        if (!pieces_->empty()) pieces_->back() = state.last;
         joins_.resize(state.joins);
     }
 
-    // Hands the new pieces over to `out`; to be started again before it is used again. Needs
-    // Start(0).
-    void MoveTo(Pieces& out);
-    // Appends to `out`, which held the pieces of Start().
+    // Makes `out`, into which it was started behind no pieces, whole.
+    void Finish(Pieces& out) const {
+        if (!joins_.empty()) JoinInto(out);
+    }
+    // Appends to `out`, the caller's list.
     void AppendTo(std::vector<std::wstring>& out) const;
 
 private:
@@ -71,7 +71,7 @@ private:
     void JoinInto(Pieces& out) const;
 
     std::size_t before_ = 0;
-    std::vector<std::wstring_view> pieces_;
+    Pieces::Views* pieces_ = nullptr;
     std::vector<Join> joins_;  // by piece, in the order of the parts
 };
 

@@ -5,7 +5,8 @@
 #include <cstddef>
 #include <string>
 #include <string_view>
-#include <vector>
+
+#include "helpers/scripting/SmallList.h"
 
 namespace helpers::scripting {
 
@@ -13,8 +14,6 @@ namespace helpers::scripting {
 // Valid until the next match into it and while the script lives. Not for several threads at once.
 class Pieces {
 public:
-    Pieces() { views_.reserve(kFew); }
-
     bool empty() const { return views_.empty(); }
     std::size_t size() const { return views_.size(); }
     std::wstring_view operator[](std::size_t index) const { return views_[index]; }
@@ -25,9 +24,9 @@ public:
 private:
     friend class PieceRecorder;
 
-    static constexpr std::size_t kFew = 16;  // most rules have no more
+    using Views = SmallList<std::wstring_view, 16>;  // most rules have no more
 
-    std::vector<std::wstring_view> views_;
+    Views views_;
     std::wstring joined_;
 };
 

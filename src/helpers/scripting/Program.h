@@ -15,6 +15,15 @@
 
 namespace helpers::scripting {
 
+// What makes lexems easy to read. All but kAny keep their characters from the first one to before
+// the stop, and then go on with the stop.
+enum class LexemShape : std::uint8_t {
+    kMark,   // one certain character, which ends itself: the lexem is that character
+    kUntil,  // ends at one certain character, which is none that it may begin with
+    kWord,   // ends at one of several characters, which are none that it may begin with
+    kAny,
+};
+
 // A lexem definition with its sets looked up.
 struct CompiledLexem {
     std::uint32_t kind = 0;
@@ -25,18 +34,16 @@ struct CompiledLexem {
     bool skipStop = false;
     // The stop set is exactly the blank set: the lexem is one character, and a blank must follow.
     bool oneBeforeBlank = false;
-    // Keeps its characters from the first one to before the stop, as most do.
-    bool isPlain = false;
-    bool mayStopAtOnce = true;  // some first character is a stop character too
-    // The one character of the stop set, when it is one.
-    wchar_t onlyStop = 0;
-    // One certain character, which ends the lexem itself: the lexem is that character.
-    wchar_t mark = 0;
+    LexemShape shape = LexemShape::kAny;
+    wchar_t mark = 0;      // when it is a mark, the mark
+    wchar_t onlyStop = 0;  // when it goes until a certain character, that one
 };
 
 enum class Operation : std::uint8_t {
     kMark,       // read a lexem that is one certain character, store it
-    kPlain,      // read a plain lexem, compare its keyword, store it
+    kWord,       // read a lexem of the shape of a word, store it
+    kKeyword,    // the same, if it equals the keyword
+    kUntil,      // read a lexem that one certain character ends, store it
     kLexem,      // read any lexem, compare its keyword, store it
     kCall,       // match the rule at `target`
     kReturn,     // a rule has matched
@@ -74,10 +81,10 @@ struct Instruction {
 struct Entry {
     std::uint32_t address = kNone;
     CharacterSet first;
-    wchar_t onlyFirst = 0;  // the one character of `first`, when it is one
-    // When it is a lexem and then a keyword: that lexem, and the upper-case ASCII character that
-    // the keyword begins with.
+    // For a lexem that begins with one certain character, and then a keyword: that lexem, its first
+    // character, and the upper-case ASCII character that the keyword begins with.
     const CompiledLexem* beforeKeyword = nullptr;
+    wchar_t onlyFirst = 0;
     wchar_t keywordFirst = 0;
     bool recursive = false;  // matching it may come to a rule inside that rule
 };
@@ -87,7 +94,10 @@ struct Program {
     CharacterSets sets;
     CharacterSet blanks;
     CharacterSet notBlanks;
-    std::uint32_t largestBlank = 0;  // its code
+    // The blanks, one bit each, and the largest one's code, when all are among the first 64
+    // characters and none is zero. Otherwise no bit, and a code as large as any.
+    std::uint64_t lowBlanks = 0;
+    std::uint32_t largestBlank = 0;
     std::vector<CompiledLexem> lexems;
     std::vector<std::uint32_t> lexemOfKind;  // by symbol; kNone for no lexem
     std::deque<std::wstring> keywords;       // upper case

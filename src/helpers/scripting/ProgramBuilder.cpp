@@ -1,6 +1,7 @@
 #include "helpers/scripting/ProgramBuilder.h"
 
 #include <algorithm>
+#include <limits>
 
 #include "platform/CharacterCase.h"
 
@@ -11,11 +12,42 @@ bool IsDisjoint(std::wstring_view characters, const CharacterSet& set) {
     return std::ranges::none_of(characters, [&](wchar_t c) { return set.Has(c); });
 }
 
-wchar_t MarkOf(const LexemDefinition& definition, const CompiledLexem& lexem) {
-    if (definition.start_set.size() != 1 || !lexem.isPlain) return 0;
+// No zero counts as the one certain character: one stands behind every text.
+void FindShape(const LexemDefinition& definition, CompiledLexem& lexem) {
+    if (!lexem.keepFirst || lexem.keepStop || lexem.skipStop || lexem.oneBeforeBlank) return;
+    if (IsDisjoint(definition.start_set, lexem.stop)) {
+        if (definition.stop_set.size() == 1) lexem.onlyStop = definition.stop_set.front();
+        lexem.shape = lexem.onlyStop != 0 ? LexemShape::kUntil : LexemShape::kWord;
+    } else if (definition.start_set.size() == 1 && definition.start_set.front() != 0) {
+        lexem.mark = definition.start_set.front();
+        lexem.shape = LexemShape::kMark;
+    }
+}
 
-    const wchar_t character = definition.start_set.front();
-    return lexem.stop.Has(character) ? character : L'\0';
+Operation OperationOf(LexemShape shape, bool hasKeyword) {
+    switch (shape) {
+        case LexemShape::kMark:
+            return hasKeyword ? Operation::kLexem : Operation::kMark;
+        case LexemShape::kUntil:
+            return hasKeyword ? Operation::kLexem : Operation::kUntil;
+        case LexemShape::kWord:
+            return hasKeyword ? Operation::kKeyword : Operation::kWord;
+        default:
+            return Operation::kLexem;
+    }
+}
+
+void AddLowBlanks(std::wstring_view blanks, Program& program) {
+    for (const wchar_t blank : blanks) {
+        const auto code = static_cast<std::uint32_t>(blank);
+        if (code == 0 || code >= 64) {
+            program.lowBlanks = 0;
+            program.largestBlank = std::numeric_limits<std::uint32_t>::max();
+            return;
+        }
+        program.lowBlanks |= std::uint64_t{1} << code;
+        program.largestBlank = std::max(program.largestBlank, code);
+    }
 }
 
 }  // namespace
@@ -23,9 +55,7 @@ wchar_t MarkOf(const LexemDefinition& definition, const CompiledLexem& lexem) {
 ProgramBuilder::ProgramBuilder(const Grammar& grammar, std::wstring_view blanks, Program& program)
     : grammar_(grammar), analysis_(grammar), blanks_(blanks), program_(program) {
     program_.blanks = program_.sets.Add(blanks_);
-    for (const wchar_t blank : blanks_) {
-        program_.largestBlank = std::max(program_.largestBlank, static_cast<std::uint32_t>(blank));
-    }
+    AddLowBlanks(blanks_, program_);
     program_.notBlanks = program_.sets.AddComplement(blanks_);
     program_.lexems.reserve(grammar_.Lexems().size());
     program_.lexemOfKind.assign(grammar_.SymbolCount(), kNone);
@@ -38,11 +68,7 @@ ProgramBuilder::ProgramBuilder(const Grammar& grammar, std::wstring_view blanks,
         lexem.keepStop = definition.keep_stop;
         lexem.skipStop = definition.skip_stop;
         lexem.oneBeforeBlank = lexem.stop.index == program_.blanks.index;
-        lexem.isPlain =
-            lexem.keepFirst && !lexem.keepStop && !lexem.skipStop && !lexem.oneBeforeBlank;
-        lexem.mayStopAtOnce = !IsDisjoint(definition.start_set, lexem.stop);
-        if (definition.stop_set.size() == 1) lexem.onlyStop = definition.stop_set.front();
-        lexem.mark = MarkOf(definition, lexem);
+        FindShape(definition, lexem);
         program_.lexemOfKind[kind] = static_cast<std::uint32_t>(program_.lexems.size());
         program_.lexems.push_back(lexem);
     }
@@ -75,10 +101,8 @@ void ProgramBuilder::EmitReport(int line) {
 }
 
 void ProgramBuilder::EmitLexem(const GrammarNode& node, const Mode& mode) {
-    const CompiledLexem& lexem = program_.lexems[program_.lexemOfKind[node.id]];
-    const bool isMark = lexem.mark != 0 && node.keyword.empty();
-    const Operation plain = isMark ? Operation::kMark : Operation::kPlain;
-    Instruction& instruction = Emit(lexem.isPlain ? plain : Operation::kLexem);
+    const CompiledLexem& lexem = Lexem(node.id);
+    Instruction& instruction = Emit(OperationOf(lexem.shape, !node.keyword.empty()));
     instruction.store = mode.store;
     instruction.append = mode.append != Append::kNo;
     instruction.lexem = &lexem;

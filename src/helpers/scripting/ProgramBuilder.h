@@ -40,6 +40,9 @@ public:
     Mode ChildMode(const GrammarNode& sequence, const Mode& mode, std::size_t child) const;
     // The characters as a set, without the blanks: they stand before a lexem and never begin one.
     CharacterSet SetOf(std::wstring characters);
+    bool IsBlank(wchar_t character) const { return program_.blanks.Has(character); }
+    // Of a symbol that is marked as a lexem.
+    const CompiledLexem& Lexem(std::uint32_t kind) const { return *program_.Lexem(kind); }
 
     std::uint32_t Here() const { return static_cast<std::uint32_t>(program_.code.size()); }
     Instruction& At(std::uint32_t address) { return program_.code[address]; }

@@ -12,14 +12,14 @@ Language::Language(Grammar grammar, std::wstring blanks)
       program_(Compile(grammar_, blanks_)) {}
 
 ScriptCore::ScriptCore(std::shared_ptr<const Language> language)
-    : language_(std::move(language)), program_(&language_->Compiled()), matcher_(scanner_) {
-    scanner_.Reset(text_, *program_);
+    : language_(std::move(language)), program_(&language_->Compiled()) {
+    matcher_.Scanner().Reset(text_, *program_);
 }
 
 void ScriptCore::TakeText(std::wstring text) {
     text_ = std::move(text);
     hasText_ = true;
-    scanner_.Reset(text_, *program_);
+    matcher_.Scanner().Reset(text_, *program_);
 }
 
 Grammar& ScriptCore::OwnTables() {
@@ -31,7 +31,7 @@ Grammar& ScriptCore::OwnTables() {
 void ScriptCore::MakeReady() {
     language_ = std::make_shared<const Language>(*own_, language_->Blanks());
     program_ = &language_->Compiled();
-    scanner_.Reset(text_, *program_);
+    matcher_.Scanner().Reset(text_, *program_);
     stale_ = false;
 }
 
@@ -46,10 +46,10 @@ bool ScriptCore::AddRule(std::uint32_t number, const GrammarNode& node) {
 bool ScriptCore::ReadLexem(std::uint32_t kind, LexemSpan& span) {
     const CompiledLexem* lexem = Ready().Lexem(kind);
     if (lexem == nullptr || position_ >= text_.size()) return false;
-    const std::size_t first = scanner_.SkipBlanks(position_);
-    if (first == scanner_.End()) return false;
+    const std::size_t first = matcher_.Scanner().SkipBlanks(position_);
+    if (first == matcher_.Scanner().End()) return false;
     position_ = first;
-    const LexemOutcome outcome = scanner_.Read(*lexem, first, span);
+    const LexemOutcome outcome = matcher_.Scanner().Read(*lexem, first, span);
     if (outcome == LexemOutcome::kNoStop) position_ = kNoPosition;
     return outcome == LexemOutcome::kRead;
 }
@@ -80,36 +80,35 @@ bool ScriptCore::get_lexem(std::uint32_t kind, std::wstring_view& text) {
     return true;
 }
 
-template <class Receive>
-bool ScriptCore::MatchAndTake(std::uint32_t rule, Report report, Receive receive) {
+bool ScriptCore::MatchRule(std::uint32_t rule, Pieces& out, Report report) {
     const Program& program = Ready();
     const Entry* entry = program.FindEntry(rule);
     std::size_t position = position_;
-    if (entry == nullptr || !matcher_.Match(program, entry->address, position, 0, report)) {
-        return false;
+    if (entry != nullptr && matcher_.Match(program, entry->address, position, out, 0, report)) {
+        try {
+            matcher_.Recorded().Finish(out);
+            position_ = position;
+            return true;
+        } catch (const std::bad_alloc&) {
+        }
     }
-    try {
-        receive(matcher_.Recorded());
-    } catch (const std::bad_alloc&) {
-        return false;
-    }
-    position_ = position;
-    return true;
-}
-
-bool ScriptCore::MatchRule(std::uint32_t rule, Pieces& out, Report report) {
-    const bool matched =
-        MatchAndTake(rule, report, [&](PieceRecorder& pieces) { pieces.MoveTo(out); });
-    if (!matched) out.clear();
-    return matched;
+    out.clear();
+    return false;
 }
 
 bool ScriptCore::MatchRule(std::uint32_t rule, std::vector<std::wstring>& out, Report report) {
     out.clear();
-    const bool matched =
-        MatchAndTake(rule, report, [&](PieceRecorder& pieces) { pieces.AppendTo(out); });
-    if (!matched) out.clear();
-    return matched;
+    const std::size_t before = position_;
+    Pieces pieces;
+    if (!MatchRule(rule, pieces, report)) return false;
+    try {
+        out.assign(pieces.begin(), pieces.end());
+    } catch (const std::bad_alloc&) {
+        out.clear();
+        position_ = before;
+        return false;
+    }
+    return true;
 }
 
 bool ScriptCore::MatchNode(const GrammarNode& node, std::vector<std::wstring>& out, bool store,
@@ -117,11 +116,12 @@ bool ScriptCore::MatchNode(const GrammarNode& node, std::vector<std::wstring>& o
     Ready();
     const std::shared_ptr<const Program> program =
         Compile(Tables(), Blanks(), LooseNode{&node, store, append});
-    scanner_.Reset(text_, *program);
+    matcher_.Scanner().Reset(text_, *program);
     std::size_t position = position_;
+    Pieces pieces;
     const bool matched =
-        matcher_.Match(*program, program->loose.address, position, out.size(), report);
-    scanner_.Reset(text_, *program_);
+        matcher_.Match(*program, program->loose.address, position, pieces, out.size(), report);
+    matcher_.Scanner().Reset(text_, *program_);
     matcher_.Recorded().AppendTo(out);
     if (matched) position_ = position;
     return matched;

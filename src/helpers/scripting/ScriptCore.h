@@ -79,8 +79,6 @@ protected:
     bool FindRule(std::uint32_t rule, bool peek, Report report);
 
 private:
-    template <class Receive>
-    bool MatchAndTake(std::uint32_t rule, Report report, Receive receive);
     Grammar& OwnTables();
     const Program& Ready() {
         if (stale_) MakeReady();
@@ -98,7 +96,6 @@ private:
     const Program* program_;        // the language's
     std::unique_ptr<Grammar> own_;  // the tables once they differ from the shared language's
     bool stale_ = false;            // they were not made ready since the last change
-    TextScanner scanner_;
     Matcher matcher_;
 };
 

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "helpers/scripting/AsciiCase.h"
+
 namespace helpers::scripting {
 
 TextScanner::Runs& TextScanner::RunsOf(const CharacterSet& set) {
@@ -15,11 +17,6 @@ std::size_t TextScanner::SkipSome(std::size_t from) {
         if (at == from + kShort) return std::min(FindBeyond(*notBlanks_, from, at), size_);
     }
     return size_;
-}
-
-std::size_t TextScanner::FindEndFrom(const CompiledLexem& lexem, std::size_t first) {
-    const std::size_t stop = Find(lexem.stop, first);
-    return stop == first ? first + 1 : stop;  // a lexem is never empty
 }
 
 LexemOutcome TextScanner::Read(const CompiledLexem& lexem, std::size_t first, LexemSpan& span) {
@@ -77,37 +74,28 @@ std::size_t TextScanner::FindOnlyBeyond(const CompiledLexem& lexem, std::size_t 
     return found != kNoPosition ? found : FindBeyond(lexem.stop, from, known);
 }
 
-// All of them are found at once: whoever looks for one of several entries that begin alike asks for
-// them again and again, mostly for one after the other.
-std::size_t TextScanner::FindOnlyFirst(wchar_t character, std::size_t from) {
-    if (onlyFirstOf_ != character) ListOnlyFirst(character);
-    const std::size_t count = onlyFirst_.size();
-    std::size_t next = nextOnlyFirst_;
-    const bool isNext =
-        (next == 0 || onlyFirst_[next - 1] < from) && (next == count || onlyFirst_[next] >= from);
-    if (!isNext) {
-        next = static_cast<std::size_t>(
-            std::lower_bound(onlyFirst_.begin(), onlyFirst_.end(), from) - onlyFirst_.begin());
-    }
-    if (next == count) return kNoPosition;
-    nextOnlyFirst_ = next + 1;
-    return onlyFirst_[next];
+std::span<const Candidate> TextScanner::FindCandidates(const Entry& entry, std::size_t from) {
+    if (candidatesOf_ != entry.beforeKeyword) ListCandidates(entry);
+    const auto next = std::ranges::lower_bound(candidates_, from, {}, &Candidate::position);
+    return {next, candidates_.end()};
 }
 
-void TextScanner::ListOnlyFirst(wchar_t character) {
-    onlyFirst_.clear();
-    onlyFirst_.reserve(kFewCandidates);
-    onlyFirstOf_ = character;
-    nextOnlyFirst_ = 0;
+void TextScanner::ListCandidates(const Entry& entry) {
+    const CompiledLexem& lexem = *entry.beforeKeyword;
+    candidates_.clear();
+    candidates_.reserve(kFewCandidates);
     const std::wstring_view text = Text();
-    for (std::size_t at = text.find(character); at != text.npos;
-         at = text.find(character, at + 1)) {
-        onlyFirst_.push_back(at);
+    for (std::size_t at = text.find(entry.onlyFirst); at != text.npos;
+         at = text.find(entry.onlyFirst, at + 1)) {
+        const std::size_t end = lexem.shape == LexemShape::kMark ? at + 1 : EndOfWord(lexem, at);
+        if (end == kNoPosition) continue;
+        const wchar_t behind = UpperAscii(text_[SkipBlanks(end)]);
+        candidates_.push_back({static_cast<std::uint32_t>(at), behind});
     }
+    candidatesOf_ = &lexem;
 }
 
 std::size_t TextScanner::FindCandidate(const Entry& entry, std::size_t from) {
-    if (entry.onlyFirst != 0) return FindOnlyFirst(entry.onlyFirst, from);
     if (!runs_.empty()) {
         const auto& known = runs_[entry.first.index].beginByEnd;
         const auto next = known.lower_bound(from);

@@ -6,7 +6,9 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
 #include <map>
+#include <span>
 #include <string_view>
 #include <vector>
 
@@ -24,6 +26,13 @@ struct LexemSpan {
 
 enum class LexemOutcome { kRead, kWrongStart, kNoStop };
 
+// Where a match may begin: the position, and the character behind the first lexem and blanks, in
+// upper case when it is an ASCII one.
+struct Candidate {
+    std::uint32_t position;  // no text is longer than 32 bits can tell
+    wchar_t behind;
+};
+
 class TextScanner {
 public:
     // The text and the program must stay while the scanner works on them.
@@ -31,12 +40,11 @@ public:
         text_ = text.data();
         size_ = text.size();
         blanks_ = program.blanks;
+        lowBlanks_ = program.lowBlanks;
         largestBlank_ = program.largestBlank;
         notBlanks_ = &program.notBlanks;
         setCount_ = program.sets.Count();
-        onlyFirst_.clear();
-        onlyFirstOf_ = 0;
-        nextOnlyFirst_ = 0;
+        candidatesOf_ = nullptr;
         runs_.clear();
     }
 
@@ -47,12 +55,13 @@ public:
     // The first character from `from` on that is no blank; the text's end for none. For `from` up
     // to the text's end, where a zero stands.
     std::size_t SkipBlanks(std::size_t from) {
-        // Most characters are larger than any blank, and most blanks stand alone.
+        // Most characters are larger than any blank, and most blanks stand alone or in pairs.
         if (CodeOf(text_[from]) > largestBlank_) return from;
-        if (from < size_ && CodeOf(text_[from + 1]) > largestBlank_ && blanks_.Has(text_[from])) {
-            return from + 1;
-        }
-        return SkipSome(from);
+        if (!IsLowBlank(text_[from])) return SkipSome(from);
+        if (CodeOf(text_[from + 1]) > largestBlank_) return from + 1;
+        if (!IsLowBlank(text_[from + 1])) return SkipSome(from + 1);
+        if (CodeOf(text_[from + 2]) > largestBlank_) return from + 2;
+        return SkipSome(from + 2);
     }
 
     // The first character of the set from `from` on; kNoPosition for none.
@@ -72,13 +81,17 @@ public:
     // The first character from `from` on that the entry's matches may begin with; kNoPosition for
     // none.
     std::size_t FindCandidate(const Entry& entry, std::size_t from);
+    // Where the lexem before the entry's keyword can be read, from `from` on. Valid until the next
+    // call.
+    std::span<const Candidate> FindCandidates(const Entry& entry, std::size_t from);
 
-    // Where a lexem ends that begins with the character at `first`; for plain lexems. kNoPosition
+    // Where a lexem ends that begins with the character at `first`, for the two shapes; kNoPosition
     // when it does not begin so, or never ends.
-    std::size_t FindEnd(const CompiledLexem& lexem, std::size_t first) {
-        if (!lexem.start.Has(text_[first])) return kNoPosition;
-        if (lexem.mayStopAtOnce) return FindEndFrom(lexem, first);
-        return lexem.onlyStop != 0 ? FindOnly(lexem, first + 1) : Find(lexem.stop, first + 1);
+    std::size_t EndOfWord(const CompiledLexem& lexem, std::size_t first) {
+        return lexem.start.Has(text_[first]) ? Find(lexem.stop, first + 1) : kNoPosition;
+    }
+    std::size_t EndOfUntil(const CompiledLexem& lexem, std::size_t first) {
+        return lexem.start.Has(text_[first]) ? FindOnly(lexem, first + 1) : kNoPosition;
     }
     // Reads any lexem that begins there.
     LexemOutcome Read(const CompiledLexem& lexem, std::size_t first, LexemSpan& span);
@@ -99,6 +112,10 @@ private:
     static constexpr std::size_t kFewCandidates = 16;  // most texts have no more
 
     static std::uint32_t CodeOf(wchar_t character) { return static_cast<std::uint32_t>(character); }
+    // Says no where there are no low blanks; then every code is at most the largest blank's.
+    bool IsLowBlank(wchar_t character) const {
+        return (lowBlanks_ >> (CodeOf(character) & 63) & 1) != 0;
+    }
     std::size_t SkipSome(std::size_t from);
     std::size_t FindOnly(const CompiledLexem& lexem, std::size_t from) {
         const std::size_t limit = std::min(from + kShort, size_);
@@ -108,22 +125,22 @@ private:
         return FindOnlyBeyond(lexem, from);
     }
     std::size_t FindOnlyBeyond(const CompiledLexem& lexem, std::size_t from);
-    std::size_t FindEndFrom(const CompiledLexem& lexem, std::size_t first);
     std::size_t FindBeyond(const CharacterSet& set, std::size_t from, std::size_t known);
-    std::size_t FindOnlyFirst(wchar_t character, std::size_t from);
-    void ListOnlyFirst(wchar_t character);
+    void ListCandidates(const Entry& entry);
     std::size_t FindFar(const CharacterSet& set, std::size_t from, std::size_t known);
     Runs& RunsOf(const CharacterSet& set);
 
     const wchar_t* text_ = nullptr;
     std::size_t size_ = 0;
     CharacterSet blanks_;
+    std::uint64_t lowBlanks_ = 0;
     std::uint32_t largestBlank_ = 0;
     const CharacterSet* notBlanks_ = nullptr;
     std::size_t setCount_ = 0;
-    std::vector<std::size_t> onlyFirst_;  // where that character of the last such entry stands
-    wchar_t onlyFirstOf_ = 0;
-    std::size_t nextOnlyFirst_ = 0;  // behind the one that was found last
+    // Of the whole text: whoever looks for one of several entries that begin alike asks for the
+    // same ones again and again.
+    std::vector<Candidate> candidates_;
+    const CompiledLexem* candidatesOf_ = nullptr;  // the first lexem; null before they are listed
     std::vector<Runs> runs_;  // by the set's index; empty until there is something to remember
 };
 
