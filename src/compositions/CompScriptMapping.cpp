@@ -18,7 +18,7 @@ public:
 
     bool Append(Mapping mapping) {
         if (Contains(mapping)) return false;
-        if (mappings_.empty()) mappings_.reserve(kFewStatements);
+        if (mappings_.empty()) mappings_.reserve(kFewMappings);
         mappings_.push_back(std::move(mapping));
         return true;
     }

@@ -15,6 +15,8 @@ namespace compositions {
 // Lists start with room for as many elements, and are searched without an index up to there: most
 // scripts need no more.
 inline constexpr std::size_t kFewStatements = 8;
+// The same for larger records: less than a kilobyte is allocated in no time.
+inline constexpr std::size_t kFewMappings = 6;
 
 std::int32_t ReadSetup(ScriptCursor& cursor, CompositionDescription& description);
 std::int32_t ReadSources(ScriptCursor& cursor, CompositionDescription& description);

@@ -13,12 +13,14 @@ MediaSource MakeMediaSource(MediaKind kind, const Pieces& pieces, const Registry
     // A path of one part stays as written and is never a registry value; the parts of a longer one
     // are upper-cased and looked up. Scripts rely on both.
     if (pieces.size() < 3) {
-        source.items.push_back({false, std::wstring(pieces[1])});
+        source.items.emplace_back().text = pieces[1];
         return source;
     }
     source.items.reserve(pieces.size() - 1);
     for (std::size_t i = 1; i < pieces.size(); ++i) {
-        source.items.push_back({values.contains(UpperName(pieces[i])), UpperText(pieces[i])});
+        MediaItem& item = source.items.emplace_back();
+        item.text = UpperText(pieces[i]);
+        item.isRegistryValue = !values.empty() && values.contains(UpperName::Verbatim(item.text));
     }
     return source;
 }

@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <string>
@@ -9,6 +10,7 @@
 #include "compositions/HashIndex.h"
 #include "compositions/language/Symbols.h"
 #include "helpers/report/Report.h"
+#include "helpers/scripting/SmallList.h"
 
 namespace compositions {
 namespace {
@@ -91,18 +93,18 @@ private:
     std::vector<StructureNode> roots_;
     // The nodes whose parentheses are open. Each is the last of its list, which grows again only
     // when it is closed: the addresses hold.
-    std::vector<StructureNode*> open_;
+    helpers::scripting::SmallList<StructureNode*, 8> open_;
     StructureNode* last_ = nullptr;  // the node just named
 };
 
 // Declares a mixing node. Names that the script gave are in upper case and the candidate is not
 // when it is compared with them, so the first candidate is taken even if a mix is called so.
 UpperName MakeMix(Names& mixes) {
-    std::array<char, 24> digits;
-    char* const end = std::to_chars(digits.data(), digits.data() + digits.size(), mixes.size()).ptr;
-    std::wstring text = L"mix";
-    text.append(digits.data(), end);
-    UpperName name(text);
+    std::array<char, 24> text{'m', 'i', 'x'};
+    char* const end = std::to_chars(text.data() + 3, text.data() + text.size(), mixes.size()).ptr;
+    std::array<wchar_t, 24> wide;
+    std::copy(text.data(), end, wide.data());
+    UpperName name({wide.data(), static_cast<std::size_t>(end - text.data())});
     mixes.push_back(name);
     return name;
 }

@@ -98,9 +98,10 @@ private:
                 return cursor_.Refused(status::kTargetIsMapped, target.property);
             }
         }
+        TimelineEvents& events = description_.timelineEvents;
+        if (events.empty()) events.reserve(std::max(targets_.size(), kFewMappings));
         for (TimelineTarget& target : targets_) {
-            description_.timelineEvents.push_back(
-                {std::move(target.instance), std::move(target.property), envelope});
+            events.push_back({std::move(target.instance), std::move(target.property), envelope});
         }
         cursor_.Taken();
         return status::kRead;
@@ -130,7 +131,7 @@ void TargetsOf(const Pieces& pieces, std::vector<TimelineTarget>& targets) {
                                  "compositions::CompositionScript::ReadTimelineSection");
     }
     targets.clear();
-    targets.reserve(pieces.size() / 2);
+    targets.reserve(std::max<std::size_t>(pieces.size() / 2, 4));
     for (std::size_t i = 0; i + 1 < pieces.size(); i += 2) {
         targets.push_back({UpperName(pieces[i]), UpperText(pieces[i + 1])});
     }

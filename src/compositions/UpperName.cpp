@@ -79,17 +79,10 @@ UpperName UpperName::Verbatim(std::wstring_view characters) {
     return name;
 }
 
-std::strong_ordering UpperName::operator<=>(const UpperName& other) const {
-    const std::wstring_view mine = View();
-    const std::wstring_view its = other.View();
-    const std::size_t common = std::min(mine.size(), its.size());
-    for (std::size_t i = 0; i < common; ++i) {
-        if (mine[i] == its[i]) continue;
-        const std::strong_ordering order = OrderOf(mine[i]) <=> OrderOf(its[i]);
-        return std::is_neq(order) ? order
-                                  : mine[i] <=> its[i];  // half a pair and a whole one begin alike
-    }
-    return mine.size() <=> its.size();
+// Of characters that differ.
+std::strong_ordering UpperName::CompareUnits(wchar_t left, wchar_t right) {
+    const std::strong_ordering order = OrderOf(left) <=> OrderOf(right);
+    return std::is_neq(order) ? order : left <=> right;  // half a pair and a whole one begin alike
 }
 
 std::wstring UpperText(std::wstring_view text) {

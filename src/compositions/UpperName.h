@@ -7,6 +7,7 @@
 
 #include <compare>
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -48,7 +49,16 @@ public:
     bool operator==(const UpperName& other) const { return View() == other.View(); }
     // A name without a buffer equals no keyword, not even an empty one.
     bool operator==(std::wstring_view keyword) const { return capacity_ != 0 && View() == keyword; }
-    std::strong_ordering operator<=>(const UpperName& other) const;
+    std::strong_ordering operator<=>(const UpperName& other) const {
+        const wchar_t* mine = Text();
+        const wchar_t* its = other.Text();
+        while (*mine == *its && *mine != 0) {
+            ++mine;
+            ++its;
+        }
+        if (IsOneUnit(*mine) && IsOneUnit(*its)) return *mine <=> *its;
+        return CompareUnits(*mine, *its);
+    }
 
 private:
     static constexpr std::size_t kShort = 48 / sizeof(wchar_t);  // characters, with the terminator
@@ -58,6 +68,11 @@ private:
     };
 
     bool IsLong() const { return capacity_ > kShort; }
+    const wchar_t* Text() const { return capacity_ == 0 ? L"" : Data(); }
+    static bool IsOneUnit(wchar_t character) {
+        return static_cast<std::uint32_t>(character) < 0x10000;
+    }
+    static std::strong_ordering CompareUnits(wchar_t left, wchar_t right);
     wchar_t* MakeBuffer(std::size_t length);
 
     std::size_t capacity_ = 0;

@@ -20,7 +20,7 @@ bool CharacterSet::HasAbove(wchar_t character) const {
     return (above != nullptr && above->find(character) != std::wstring::npos) != complement;
 }
 
-CharacterSet CharacterSets::Add(std::wstring_view characters, bool complement) {
+const CharacterSet& CharacterSets::Add(std::wstring_view characters, bool complement) {
     std::wstring sorted = Sorted(characters);
     for (const Known& known : known_) {
         if (known.set.complement == complement && known.sorted == sorted) return known.set;
@@ -46,7 +46,7 @@ CharacterSet CharacterSets::Add(std::wstring_view characters, bool complement) {
     }
     if (!above.empty()) set.above = &above_.emplace_back(std::move(above));
     known_.push_back({std::move(sorted), set});
-    return set;
+    return known_.back().set;
 }
 
 }  // namespace helpers::scripting

@@ -9,7 +9,6 @@
 #include <deque>
 #include <string>
 #include <string_view>
-#include <vector>
 
 namespace helpers::scripting {
 
@@ -38,8 +37,10 @@ public:
     CharacterSets& operator=(const CharacterSets&) = delete;
 
     // Equal sets get one handle, in whatever order their characters are named.
-    CharacterSet Add(std::wstring_view characters) { return Add(characters, false); }
-    CharacterSet AddComplement(std::wstring_view characters) { return Add(characters, true); }
+    const CharacterSet& Add(std::wstring_view characters) { return Add(characters, false); }
+    const CharacterSet& AddComplement(std::wstring_view characters) {
+        return Add(characters, true);
+    }
     std::size_t Count() const { return known_.size(); }
 
 private:
@@ -49,11 +50,11 @@ private:
     };
     using Table = std::array<std::uint64_t, 256>;
 
-    CharacterSet Add(std::wstring_view characters, bool complement);
+    const CharacterSet& Add(std::wstring_view characters, bool complement);
 
     std::deque<Table> tables_;
     std::deque<std::wstring> above_;
-    std::vector<Known> known_;
+    std::deque<Known> known_;
 };
 
 }  // namespace helpers::scripting

@@ -38,7 +38,10 @@ private:
             if (grammar.Mark(symbol) == SymbolMark::kUndefined) continue;
             program_.entryOfSymbol[symbol] = static_cast<std::uint32_t>(program_.entries.size());
             program_.entries.push_back(AddEntry(GrammarNode(symbol), {}));
-            program_.entries.back().recursive = builder_.Analysis().ComesToRecursion(symbol);
+            Entry& entry = program_.entries.back();
+            entry.recursive = builder_.Analysis().ComesToRecursion(symbol);
+            const CompiledLexem* lexem = program_.Lexem(symbol);
+            if (lexem != nullptr && lexem->shape != LexemShape::kAny) entry.lexem = lexem;
         }
     }
 

@@ -110,9 +110,9 @@ private:
         const Alternatives rest = all.subspan(split);
         const bool exclusive = AreExclusive(head, rest, depth);
         const std::uint32_t choice = builder_.Here();
-        const CharacterSet begins = builder_.SetOf(FirstCharacters(head, depth));
+        const CharacterSet& begins = builder_.SetOf(FirstCharacters(head, depth));
         Instruction& instruction = builder_.Emit(exclusive ? Operation::kTest : Operation::kChoice);
-        instruction.first = begins;
+        instruction.first = &begins;
         instruction.rereads = depth != 0;
         EmitAlternatives(head, depth, mayShare, first);
         const std::uint32_t leave = builder_.Here();

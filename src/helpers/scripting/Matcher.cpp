@@ -6,6 +6,8 @@
 namespace helpers::scripting {
 namespace {
 
+const Instruction kDeadEnd{};  // there is nowhere to go on from it
+
 // `keyword` is upper case. A lexem with a zero in it equals none.
 bool EqualsKeyword(std::wstring_view lexem, const std::wstring& keyword) {
     if (lexem.size() != keyword.size()) return false;
@@ -32,6 +34,17 @@ bool Matcher::Match(const Program& program, std::uint32_t address, std::size_t& 
     rereads_.clear();
     pieces_.Start(pieces, before);
     return memory_ ? Run<true>(address, position) : Run<false>(address, position);
+}
+
+bool Matcher::MatchLexem(const CompiledLexem& lexem, std::size_t& position, Pieces& pieces) {
+    const std::size_t begin = PlaceAt(position).first;
+    const std::size_t end = scanner_.FindEnd(lexem, begin);
+    pieces_.Start(pieces, 0);
+    if (end == kNoPosition) return false;
+    last_ = {begin, end, lexem.kind};
+    pieces_.Add({scanner_.Text().data() + begin, end - begin});
+    position = end;
+    return true;
 }
 
 // Every position is tried in turn, but where no match can begin.
@@ -97,97 +110,115 @@ bool Matcher::Run(std::uint32_t address, std::size_t& position) {
         switch (at->operation) {
             case Operation::kMark:
                 if (!ReadMark<kRemembers>(*at, place)) break;
-                ++at;
+                at = at->next;
                 continue;
             case Operation::kWord:
-                if (!ReadWord<kRemembers>(*at, scanner_.EndOfWord(*at->lexem, place.first),
-                                          place)) {
-                    break;
-                }
-                ++at;
+                if (!ReadWord<kRemembers>(*at, EndOfWord(*at, place), place)) break;
+                at = at->next;
+                continue;
+            case Operation::kUntil:
+                if (!ReadWord<kRemembers>(*at, EndOfUntil(*at, place), place)) break;
+                at = at->next;
+                continue;
+            case Operation::kWordMark:
+                if (!ReadWord<kRemembers>(*at, EndOfWord(*at, place), place)) break;
+                if (!ReadMarkBehind<kRemembers>(*at, place)) break;
+                at = at->next;
+                continue;
+            case Operation::kUntilMark:
+                if (!ReadWord<kRemembers>(*at, EndOfUntil(*at, place), place)) break;
+                if (!ReadMarkBehind<kRemembers>(*at, place)) break;
+                at = at->next;
                 continue;
             case Operation::kKeyword:
                 if (!ReadKeyword<kRemembers>(*at, place)) break;
-                ++at;
-                continue;
-            case Operation::kUntil:
-                if (!ReadWord<kRemembers>(*at, scanner_.EndOfUntil(*at->lexem, place.first),
-                                          place)) {
-                    break;
-                }
-                ++at;
+                at = at->next;
                 continue;
             case Operation::kLexem:
                 if (!ReadLexem<kRemembers>(*at, place)) break;
-                ++at;
+                at = at->next;
                 continue;
             case Operation::kCall:
                 if (kRemembers && at->remember && Recall(*at, place)) {
-                    if (resumePlace_.position == kNoPosition) break;
+                    if (resumePlace_.position == kNoPosition) {
+                        at = &kDeadEnd;
+                        break;
+                    }
                     place = resumePlace_;
-                    ++at;
-                    continue;
+                    at = at->next;
+                } else if (Call<kRemembers>(*at, place)) {
+                    at = at->other;
+                } else {
+                    at = &kDeadEnd;
+                    break;
                 }
-                at = Call<kRemembers>(at, place);
-                if (at == nullptr) break;
                 continue;
             case Operation::kReturn:
                 at = Return<kRemembers>(place);
                 continue;
             case Operation::kTest:
-                at = StandsAt(place, at->first) ? at + 1 : at->to;
+                if (!StandsAt(place, *at->first)) break;
+                at = at->next;
                 continue;
             case Operation::kChoice:
-                if (StandsAt(place, at->first)) {
-                    Choose(*at, place);
-                    ++at;
-                } else {
-                    at = at->to;
-                }
+                if (at->first != nullptr && !StandsAt(place, *at->first)) break;
+                Choose(*at, place);
+                at = at->next;
                 continue;
             case Operation::kCommit:
                 frames_.pop_back();
                 if (at->rereads) rereads_.pop_back();
-                at = at->to;
+                at = at->next;
                 continue;
-            case Operation::kJump:
-                at = at->to;
-                continue;
-            case Operation::kFail:
-                break;
             case Operation::kAddEmpty:
                 pieces_.Add({});
-                ++at;
+                at = at->next;
                 continue;
             case Operation::kCheckJoin:
                 if (pieces_.Count() == 0) report_(kJoinWithoutPieceLine);
-                ++at;
+                at = at->next;
                 continue;
             case Operation::kReport:
                 report_(static_cast<int>(at->target));
-                ++at;
+                at = at->next;
                 continue;
+            case Operation::kJump:
+            case Operation::kFail:
+                break;
             case Operation::kMatched:
                 position = place.position;
                 return true;
         }
+        at = at->other;
+        if (at != nullptr) continue;
         if (!Backtrack()) return false;
         at = resumeAt_;
         place = resumePlace_;
     }
 }
 
+inline std::size_t Matcher::EndOfWord(const Instruction& instruction, Place place) {
+    return scanner_.EndOfWord(*instruction.lexem, place.first);
+}
+
+inline std::size_t Matcher::EndOfUntil(const Instruction& instruction, Place place) {
+    return scanner_.EndOfUntil(*instruction.lexem, place.first);
+}
+
 template <bool kRemembers>
 inline bool Matcher::ReadMark(const Instruction& instruction, Place& place) {
     const std::size_t begin = place.first;
-    const wchar_t* const text = scanner_.Text().data();
-    if (text[begin] != instruction.mark) return false;
-    last_ = {begin, begin + 1, instruction.kind};
-    if (kRemembers) {
-        ++reads_;
-    } else if (instruction.store) {
-        Store(instruction, {text + begin, 1});
-    }
+    if (!ReadMarkBehind<kRemembers>(instruction, place)) return false;
+    if (!kRemembers && instruction.store) Store(instruction, {scanner_.Text().data() + begin, 1});
+    return true;
+}
+
+template <bool kRemembers>
+inline bool Matcher::ReadMarkBehind(const Instruction& instruction, Place& place) {
+    const std::size_t begin = place.first;
+    if (scanner_.Text().data()[begin] != instruction.mark) return false;
+    last_ = {begin, begin + 1, instruction.markKind};
+    if (kRemembers) ++reads_;
     place = {begin + 1, scanner_.SkipBlanks(begin + 1)};
     return true;
 }
@@ -244,32 +275,33 @@ inline void Matcher::Store(const Instruction& instruction, std::wstring_view lex
     }
 }
 
-// Where to go on; null when the rule does not match here.
+// False when the rule does not match here.
 template <bool kRemembers>
-inline const Instruction* Matcher::Call(const Instruction* call, Place place) {
-    if (call->mayLoop && IsOpenHere(call->target, place)) return nullptr;
-    if (call->tail && !call->mayLoop && !kRemembers) return call->to;
-    frames_.push_back({call + 1, call->target, reads_, place});
-    return call->to;
+inline bool Matcher::Call(const Instruction& call, Place place) {
+    if (call.mayLoop && IsOpenHere(call.target, place)) return false;
+    if (call.tail && !call.mayLoop && !kRemembers) return true;
+    frames_.push_back({&call, call.target, reads_, place});
+    return true;
 }
 
+// Where to go on behind the call that the rule belongs to.
 template <bool kRemembers>
 inline const Instruction* Matcher::Return(Place place) {
     const Frame& frame = frames_.back();
-    const Instruction* const next = frame.next;
+    const Instruction* const next = frame.opened->next;
     if (kRemembers) Remember(frame, place.position);
     frames_.pop_back();
     return next;
 }
 
-// Without a set, whatever stands there will do. At the text's end it is the zero behind it, which
-// no lexem can begin with: at worst, what is gone into fails at once.
+// At the text's end it is the zero behind it that stands there, which no lexem can begin with: at
+// worst, what is gone into fails at once.
 inline bool Matcher::StandsAt(Place place, const CharacterSet& set) const {
-    return set.table == nullptr || set.Has(scanner_.Text().data()[place.first]);
+    return set.Has(scanner_.Text().data()[place.first]);
 }
 
 inline void Matcher::Choose(const Instruction& choice, Place place) {
-    frames_.push_back({choice.to, choice.rereads ? kRereadingChoice : kPlainChoice,
+    frames_.push_back({&choice, choice.rereads ? kRereadingChoice : kPlainChoice,
                        static_cast<std::uint32_t>(pieces_.Count()), place});
     if (choice.rereads) rereads_.push_back({pieces_.Save(), last_});
 }
@@ -283,7 +315,7 @@ bool Matcher::Backtrack() {
             if (memory_) Remember(frame, kNoPosition);
             continue;
         }
-        resumeAt_ = frame.next;
+        resumeAt_ = frame.opened->other;
         resumePlace_ = frame.place;
         if (frame.callee == kRereadingChoice) {
             pieces_.CutTo(frame.count, rereads_.back().pieces);
@@ -308,7 +340,7 @@ bool Matcher::IsOpenHere(std::uint32_t callee, Place place) const {
 }
 
 void Matcher::Remember(const Frame& frame, std::size_t end) {
-    if (!frame.next[-1].remember) return;
+    if (!frame.opened->remember) return;
     const std::size_t first = frame.place.first;
     if (first == start_) return;  // the search goes on behind here and never asks again
     memory_->insert_or_assign({frame.callee, first}, Remembered{end, reads_ != frame.count, last_});

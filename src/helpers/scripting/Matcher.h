@@ -36,6 +36,8 @@ public:
     // caller's.
     bool Match(const Program& program, std::uint32_t address, std::size_t& position, Pieces& pieces,
                std::size_t before, Report report);
+    // The same for the entry of a lexem that has a certain shape.
+    bool MatchLexem(const CompiledLexem& lexem, std::size_t& position, Pieces& pieces);
     // Looks for the first position from `position` on where the entry matches, and moves it there
     // (peek) or behind the match; on failure it stays.
     bool Find(const Program& program, const Entry& entry, std::size_t& position, bool peek,
@@ -55,10 +57,10 @@ private:
     };
     static constexpr std::uint32_t kPlainChoice = kNone;
     static constexpr std::uint32_t kRereadingChoice = kNone - 1;
-    // An open choice (where to go on, from where, and what was stored and read last by then) or an
-    // open call (where to return to, from where, after how many lexems, and which rule).
+    // An open choice (from where to go on, and what was stored by then) or an open call (from
+    // where, after how many lexems, and of which rule).
     struct Frame {
-        const Instruction* next;
+        const Instruction* opened;
         std::uint32_t callee;  // or one of the two above
         std::uint32_t count;   // pieces, or lexems read; no text is longer than 32 bits can tell
         Place place;
@@ -95,8 +97,12 @@ private:
                     std::size_t& position, bool peek, Report report);
     template <bool kRemembers>
     bool Run(std::uint32_t address, std::size_t& position);
+    std::size_t EndOfWord(const Instruction& instruction, Place place);
+    std::size_t EndOfUntil(const Instruction& instruction, Place place);
     template <bool kRemembers>
     bool ReadMark(const Instruction& instruction, Place& place);
+    template <bool kRemembers>
+    bool ReadMarkBehind(const Instruction& instruction, Place& place);
     template <bool kRemembers>
     bool ReadWord(const Instruction& instruction, std::size_t end, Place& place);
     template <bool kRemembers>
@@ -105,7 +111,7 @@ private:
     bool ReadLexem(const Instruction& instruction, Place& place);
     void Store(const Instruction& instruction, std::wstring_view lexem);
     template <bool kRemembers>
-    const Instruction* Call(const Instruction* call, Place place);
+    bool Call(const Instruction& call, Place place);
     template <bool kRemembers>
     const Instruction* Return(Place place);
     bool StandsAt(Place place, const CharacterSet& set) const;

@@ -3,6 +3,7 @@
 // A grammar as the matcher runs it: a flat list of instructions. Never changes once compiled; any
 // thread.
 
+#include <array>
 #include <cstdint>
 #include <deque>
 #include <memory>
@@ -16,7 +17,7 @@
 namespace helpers::scripting {
 
 // What makes lexems easy to read. All but kAny keep their characters from the first one to before
-// the stop, and then go on with the stop.
+// the stop, go on with the stop, and do not begin with a zero.
 enum class LexemShape : std::uint8_t {
     kMark,   // one certain character, which ends itself: the lexem is that character
     kUntil,  // ends at one certain character, which is none that it may begin with
@@ -37,6 +38,11 @@ struct CompiledLexem {
     LexemShape shape = LexemShape::kAny;
     wchar_t mark = 0;      // when it is a mark, the mark
     wchar_t onlyStop = 0;  // when it goes until a certain character, that one
+    // The two sets for characters below 256: kStarts, and kEnds for the stop set and the zero that
+    // stands behind every text.
+    std::array<std::uint8_t, 256> quick{};
+    static constexpr std::uint8_t kStarts = 1;
+    static constexpr std::uint8_t kEnds = 2;
 };
 
 enum class Operation : std::uint8_t {
@@ -44,13 +50,15 @@ enum class Operation : std::uint8_t {
     kWord,       // read a lexem of the shape of a word, store it
     kKeyword,    // the same, if it equals the keyword
     kUntil,      // read a lexem that one certain character ends, store it
+    kWordMark,   // read a word, store it, and read the mark behind it
+    kUntilMark,  // the same for the other shape
     kLexem,      // read any lexem, compare its keyword, store it
-    kCall,       // match the rule at `target`
+    kCall,       // match the rule at `other`
     kReturn,     // a rule has matched
-    kTest,       // go on at `target` unless a character of `first` stands here
-    kChoice,     // the same; otherwise, on a later failure, go on at `target` from here
-    kCommit,     // drop the last choice and go on at `target`
-    kJump,       // go on at `target`
+    kTest,       // match if a character of `first` stands here
+    kChoice,     // the same; on a failure further on, go on at `other` from here
+    kCommit,     // drop the last choice
+    kJump,       // none: is followed while the program is built
     kFail,       // no match here
     kAddEmpty,   // store an empty string
     kCheckJoin,  // report an append without anything to append to
@@ -60,6 +68,8 @@ enum class Operation : std::uint8_t {
 
 constexpr std::uint32_t kNone = 0xFFFFFFFF;
 
+// What matches goes on at `next`. What does not, reads nothing and goes on at `other`, or where
+// there is none, back at the last open choice.
 struct Instruction {
     Operation operation = Operation::kFail;
     bool store = false;
@@ -68,13 +78,16 @@ struct Instruction {
     bool remember = false;  // a call of a recursive rule: a search remembers what it came to
     bool tail = false;      // a call with nothing behind it in its rule
     bool rereads = false;   // a choice whose second alternative begins with what was read before it
-    std::uint32_t target = kNone;     // an instruction, or a line to report
-    std::uint32_t kind = 0;           // of the lexem
-    wchar_t mark = 0;                 // the lexem, when it is one certain character
-    const Instruction* to = nullptr;  // the instruction at `target`
+    std::uint32_t target =
+        kNone;                   // the address of `other`, or of a jump's `next`; a line to report
+    std::uint32_t kind = 0;      // of the lexem
+    std::uint32_t markKind = 0;  // of the mark
+    wchar_t mark = 0;
+    const Instruction* next = nullptr;
+    const Instruction* other = nullptr;
     const CompiledLexem* lexem = nullptr;
     const std::wstring* keyword = nullptr;  // upper case; null for any lexem
-    CharacterSet first;                     // what goes on here may begin with; no table: anything
+    const CharacterSet* first = nullptr;    // what goes on here may begin with; null for anything
 };
 
 // Where matching a symbol begins, and the characters that any match of it begins with.
@@ -86,7 +99,8 @@ struct Entry {
     const CompiledLexem* beforeKeyword = nullptr;
     wchar_t onlyFirst = 0;
     wchar_t keywordFirst = 0;
-    bool recursive = false;  // matching it may come to a rule inside that rule
+    bool recursive = false;                // matching it may come to a rule inside that rule
+    const CompiledLexem* lexem = nullptr;  // the whole of it, when it is a lexem of a certain shape
 };
 
 // Stays where it is: instructions point into its lists.

@@ -15,12 +15,21 @@ bool IsDisjoint(std::wstring_view characters, const CharacterSet& set) {
 // No zero counts as the one certain character: one stands behind every text.
 void FindShape(const LexemDefinition& definition, CompiledLexem& lexem) {
     if (!lexem.keepFirst || lexem.keepStop || lexem.skipStop || lexem.oneBeforeBlank) return;
+    if (lexem.start.Has(L'\0')) return;
     if (IsDisjoint(definition.start_set, lexem.stop)) {
         if (definition.stop_set.size() == 1) lexem.onlyStop = definition.stop_set.front();
         lexem.shape = lexem.onlyStop != 0 ? LexemShape::kUntil : LexemShape::kWord;
-    } else if (definition.start_set.size() == 1 && definition.start_set.front() != 0) {
+    } else if (definition.start_set.size() == 1) {
         lexem.mark = definition.start_set.front();
         lexem.shape = LexemShape::kMark;
+    }
+}
+
+void FillQuick(CompiledLexem& lexem) {
+    for (std::size_t code = 0; code < lexem.quick.size(); ++code) {
+        const auto character = static_cast<wchar_t>(code);
+        if (lexem.start.Has(character)) lexem.quick[code] |= CompiledLexem::kStarts;
+        if (code == 0 || lexem.stop.Has(character)) lexem.quick[code] |= CompiledLexem::kEnds;
     }
 }
 
@@ -69,6 +78,7 @@ ProgramBuilder::ProgramBuilder(const Grammar& grammar, std::wstring_view blanks,
         lexem.skipStop = definition.skip_stop;
         lexem.oneBeforeBlank = lexem.stop.index == program_.blanks.index;
         FindShape(definition, lexem);
+        FillQuick(lexem);
         program_.lexemOfKind[kind] = static_cast<std::uint32_t>(program_.lexems.size());
         program_.lexems.push_back(lexem);
     }
@@ -85,7 +95,7 @@ Mode ProgramBuilder::ChildMode(const GrammarNode& sequence, const Mode& mode,
     return {store, sure ? Append::kYes : Append::kYesButPerhapsEmpty};
 }
 
-CharacterSet ProgramBuilder::SetOf(std::wstring characters) {
+const CharacterSet& ProgramBuilder::SetOf(std::wstring characters) {
     std::erase_if(characters, [&](wchar_t c) { return blanks_.find(c) != blanks_.npos; });
     return program_.sets.Add(characters);
 }
@@ -107,6 +117,7 @@ void ProgramBuilder::EmitLexem(const GrammarNode& node, const Mode& mode) {
     instruction.append = mode.append != Append::kNo;
     instruction.lexem = &lexem;
     instruction.kind = lexem.kind;
+    instruction.markKind = lexem.kind;
     instruction.mark = lexem.mark;
     if (!node.keyword.empty()) instruction.keyword = &AddKeyword(node.keyword);
 }
@@ -134,14 +145,52 @@ bool ProgramBuilder::NextVariant(RuleVariant& variant) {
 }
 
 void ProgramBuilder::Finish() {
-    for (const auto& [address, variant] : calls_) {
-        Instruction& call = At(address);
-        call.target = variants_.at(variant);
-        call.tail = At(address + 1).operation == Operation::kReturn;
+    for (const auto& [address, variant] : calls_) At(address).target = variants_.at(variant);
+    for (std::uint32_t address = 0; address < Here(); ++address) {
+        Instruction& instruction = At(address);
+        const bool leaves = instruction.operation == Operation::kCommit;
+        instruction.next = Follow(leaves ? instruction.target : address + 1);
+        const bool hasOther = !leaves && instruction.operation != Operation::kReport;
+        if (hasOther && instruction.target != kNone) instruction.other = Follow(instruction.target);
     }
     for (Instruction& instruction : program_.code) {
-        if (instruction.target < Here()) instruction.to = &At(instruction.target);
+        if (instruction.operation == Operation::kCall) {
+            instruction.tail = instruction.next->operation == Operation::kReturn;
+        }
+        if (instruction.operation == Operation::kTest) MergeTest(instruction);
     }
+    for (Instruction& instruction : program_.code) TakeMark(instruction);
+}
+
+// The instruction at the address, behind any jumps; null behind the last one.
+const Instruction* ProgramBuilder::Follow(std::uint32_t address) {
+    if (address == Here()) return nullptr;
+    while (At(address).operation == Operation::kJump) address = At(address).target;
+    return &At(address);
+}
+
+// A lexem tests for itself whether it begins here.
+void ProgramBuilder::MergeTest(Instruction& test) {
+    const Instruction& behind = *test.next;
+    const bool isLexem =
+        behind.operation == Operation::kMark || behind.operation == Operation::kWord ||
+        behind.operation == Operation::kKeyword || behind.operation == Operation::kUntil;
+    if (!isLexem || behind.lexem->start.index != test.first->index) return;
+    const Instruction* const other = test.other;
+    test = behind;
+    test.other = other;
+}
+
+// Makes the lexem and a mark that follows one instruction.
+void ProgramBuilder::TakeMark(Instruction& lexem) {
+    const bool isWord = lexem.operation == Operation::kWord;
+    if (!isWord && lexem.operation != Operation::kUntil) return;
+    const Instruction& mark = *lexem.next;
+    if (mark.operation != Operation::kMark || mark.store || mark.other != nullptr) return;
+    lexem.operation = isWord ? Operation::kWordMark : Operation::kUntilMark;
+    lexem.mark = mark.mark;
+    lexem.markKind = mark.markKind;
+    lexem.next = mark.next;
 }
 
 const std::wstring& ProgramBuilder::AddKeyword(std::wstring text) {

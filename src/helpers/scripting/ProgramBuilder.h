@@ -39,7 +39,7 @@ public:
     // The mode of a sequence's child, number 0 or 1.
     Mode ChildMode(const GrammarNode& sequence, const Mode& mode, std::size_t child) const;
     // The characters as a set, without the blanks: they stand before a lexem and never begin one.
-    CharacterSet SetOf(std::wstring characters);
+    const CharacterSet& SetOf(std::wstring characters);
     bool IsBlank(wchar_t character) const { return program_.blanks.Has(character); }
     // Of a symbol that is marked as a lexem.
     const CompiledLexem& Lexem(std::uint32_t kind) const { return *program_.Lexem(kind); }
@@ -57,10 +57,13 @@ public:
     void BeginVariant(const RuleVariant& variant);
     // A called variant that is not laid out yet; false when there is none.
     bool NextVariant(RuleVariant& variant);
-    // Once everything is laid out: says where calls and jumps lead.
+    // Once everything is laid out: says where everything leads.
     void Finish();
 
 private:
+    const Instruction* Follow(std::uint32_t address);
+    static void MergeTest(Instruction& test);
+    static void TakeMark(Instruction& lexem);
     const std::wstring& AddKeyword(std::wstring text);
 
     const Grammar& grammar_;

@@ -83,6 +83,9 @@ bool ScriptCore::get_lexem(std::uint32_t kind, std::wstring_view& text) {
 bool ScriptCore::MatchRule(std::uint32_t rule, Pieces& out, Report report) {
     const Program& program = Ready();
     const Entry* entry = program.FindEntry(rule);
+    if (entry != nullptr && entry->lexem != nullptr) {
+        return matcher_.MatchLexem(*entry->lexem, position_, out);
+    }
     std::size_t position = position_;
     if (entry != nullptr && matcher_.Match(program, entry->address, position, out, 0, report)) {
         try {

@@ -45,12 +45,12 @@ private:
 
     void Grow() {
         const std::size_t count = size();
-        std::unique_ptr<Value[]> more(new Value[2 * count]);
+        std::unique_ptr<Value[]> more(new Value[2 * (count + kFew)]);
         std::copy(begin_, end_, more.get());
         more_ = std::move(more);
         begin_ = more_.get();
         end_ = begin_ + count;
-        limit_ = begin_ + 2 * count;
+        limit_ = begin_ + 2 * (count + kFew);
     }
 
     Few few_;

@@ -25,7 +25,7 @@ LexemOutcome TextScanner::Read(const CompiledLexem& lexem, std::size_t first, Le
     if (lexem.oneBeforeBlank) {
         if (stop >= size_ || !lexem.stop.Has(text_[stop])) return LexemOutcome::kWrongStart;
     } else {
-        stop = Find(lexem.stop, first);
+        stop = FindBeyond(lexem.stop, first, first);
         if (stop == kNoPosition) return LexemOutcome::kNoStop;
     }
     span.begin = lexem.keepFirst ? first : first + 1;
@@ -83,11 +83,10 @@ std::span<const Candidate> TextScanner::FindCandidates(const Entry& entry, std::
 void TextScanner::ListCandidates(const Entry& entry) {
     const CompiledLexem& lexem = *entry.beforeKeyword;
     candidates_.clear();
-    candidates_.reserve(kFewCandidates);
     const std::wstring_view text = Text();
     for (std::size_t at = text.find(entry.onlyFirst); at != text.npos;
          at = text.find(entry.onlyFirst, at + 1)) {
-        const std::size_t end = lexem.shape == LexemShape::kMark ? at + 1 : EndOfWord(lexem, at);
+        const std::size_t end = FindEnd(lexem, at);
         if (end == kNoPosition) continue;
         const wchar_t behind = UpperAscii(text_[SkipBlanks(end)]);
         candidates_.push_back({static_cast<std::uint32_t>(at), behind});

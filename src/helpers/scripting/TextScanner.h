@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "helpers/scripting/Program.h"
+#include "helpers/scripting/SmallList.h"
 
 namespace helpers::scripting {
 
@@ -64,20 +65,6 @@ public:
         return SkipSome(from + 2);
     }
 
-    // The first character of the set from `from` on; kNoPosition for none.
-    std::size_t Find(const CharacterSet& set, std::size_t from) {
-        std::size_t at = from;
-        if (from + kShort <= size_) {
-            for (; at != from + kShort; at += 4) {
-                if (set.Has(text_[at])) return at;
-                if (set.Has(text_[at + 1])) return at + 1;
-                if (set.Has(text_[at + 2])) return at + 2;
-                if (set.Has(text_[at + 3])) return at + 3;
-            }
-        }
-        return FindBeyond(set, from, at);
-    }
-
     // The first character from `from` on that the entry's matches may begin with; kNoPosition for
     // none.
     std::size_t FindCandidate(const Entry& entry, std::size_t from);
@@ -88,10 +75,30 @@ public:
     // Where a lexem ends that begins with the character at `first`, for the two shapes; kNoPosition
     // when it does not begin so, or never ends.
     std::size_t EndOfWord(const CompiledLexem& lexem, std::size_t first) {
-        return lexem.start.Has(text_[first]) ? Find(lexem.stop, first + 1) : kNoPosition;
+        if (!Begins(lexem, first)) return kNoPosition;
+        const wchar_t* const begin = text_ + first + 1;
+        const std::uint8_t* const quick = lexem.quick.data();
+        const wchar_t* const at = FindShort(begin, [quick](wchar_t character) {
+            return CodeOf(character) >= 256 || (quick[CodeOf(character)] & CompiledLexem::kEnds);
+        });
+        const auto end = static_cast<std::size_t>(at - text_);
+        const bool isFound = at != begin + kShort && *at != 0 && CodeOf(*at) < 256;
+        return isFound ? end : FindBeyond(lexem.stop, first + 1, end);
     }
     std::size_t EndOfUntil(const CompiledLexem& lexem, std::size_t first) {
-        return lexem.start.Has(text_[first]) ? FindOnly(lexem, first + 1) : kNoPosition;
+        if (!Begins(lexem, first)) return kNoPosition;
+        const wchar_t* const begin = text_ + first + 1;
+        const wchar_t stop = lexem.onlyStop;
+        const wchar_t* const at = FindShort(
+            begin, [stop](wchar_t character) { return character == stop || character == 0; });
+        const bool isFound = at != begin + kShort && *at == stop;
+        return isFound ? static_cast<std::size_t>(at - text_) : FindOnlyBeyond(lexem, first + 1);
+    }
+    // For any shape but kAny.
+    std::size_t FindEnd(const CompiledLexem& lexem, std::size_t first) {
+        if (lexem.shape == LexemShape::kWord) return EndOfWord(lexem, first);
+        if (lexem.shape == LexemShape::kUntil) return EndOfUntil(lexem, first);
+        return text_[first] == lexem.mark ? first + 1 : kNoPosition;
     }
     // Reads any lexem that begins there.
     LexemOutcome Read(const CompiledLexem& lexem, std::size_t first, LexemSpan& span);
@@ -109,7 +116,6 @@ private:
     static constexpr std::size_t kShort = 16;
     static constexpr std::size_t kNearby = 64;
     static constexpr std::size_t kFarCandidate = 4096;
-    static constexpr std::size_t kFewCandidates = 16;  // most texts have no more
 
     static std::uint32_t CodeOf(wchar_t character) { return static_cast<std::uint32_t>(character); }
     // Says no where there are no low blanks; then every code is at most the largest blank's.
@@ -117,12 +123,22 @@ private:
         return (lowBlanks_ >> (CodeOf(character) & 63) & 1) != 0;
     }
     std::size_t SkipSome(std::size_t from);
-    std::size_t FindOnly(const CompiledLexem& lexem, std::size_t from) {
-        const std::size_t limit = std::min(from + kShort, size_);
-        for (std::size_t at = from; at < limit; ++at) {
-            if (text_[at] == lexem.onlyStop) return at;
+    bool Begins(const CompiledLexem& lexem, std::size_t first) const {
+        const wchar_t character = text_[first];
+        if (CodeOf(character) >= 256) return lexem.start.Has(character);
+        return (lexem.quick[CodeOf(character)] & CompiledLexem::kStarts) != 0;
+    }
+    // The first of kShort characters that is wanted, or the end of them. One of those in the text
+    // or the zero behind it is.
+    template <class IsWanted>
+    static const wchar_t* FindShort(const wchar_t* at, IsWanted isWanted) {
+        for (const wchar_t* const end = at + kShort; at != end; at += 4) {
+            if (isWanted(at[0])) return at;
+            if (isWanted(at[1])) return at + 1;
+            if (isWanted(at[2])) return at + 2;
+            if (isWanted(at[3])) return at + 3;
         }
-        return FindOnlyBeyond(lexem, from);
+        return at;
     }
     std::size_t FindOnlyBeyond(const CompiledLexem& lexem, std::size_t from);
     std::size_t FindBeyond(const CharacterSet& set, std::size_t from, std::size_t known);
@@ -139,7 +155,7 @@ private:
     std::size_t setCount_ = 0;
     // Of the whole text: whoever looks for one of several entries that begin alike asks for the
     // same ones again and again.
-    std::vector<Candidate> candidates_;
+    SmallList<Candidate, 16> candidates_;          // most texts have no more
     const CompiledLexem* candidatesOf_ = nullptr;  // the first lexem; null before they are listed
     std::vector<Runs> runs_;  // by the set's index; empty until there is something to remember
 };
