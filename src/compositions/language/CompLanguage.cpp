@@ -89,14 +89,14 @@ GrammarNode KindWithNumbers() {
     return List(LxIdent, List(R5, R5));
 }
 
-// A whole key in each of its forms: a later part that does not fit brings the next form.
+// A whole key in each of its forms: a later part that does not fit brings the next form. Forms with
+// an integer for the time, which come before those with a number, would match nothing else.
 GrammarNode Key(bool withValue) {
-    const auto form = [&](std::uint32_t time, GrammarNode kind) {
+    const auto form = [&](GrammarNode kind) {
         if (withValue) kind = List(R5, std::move(kind));
-        return InBraces(List(time, std::move(kind)));
+        return InBraces(List(R5, std::move(kind)));
     };
-    return either(either(form(R1, LxIdent), form(R1, KindWithNumbers())),
-                  either(form(R5, LxIdent), form(R5, KindWithNumbers())));
+    return either(form(LxIdent), form(KindWithNumbers()));
 }
 
 // clang-format off

@@ -1,23 +1,48 @@
+#include <memory>
+#include <optional>
 #include <span>
+#include <utility>
 
 #include "helpers/scripting/ProgramBuilder.h"
 
 namespace helpers::scripting {
 namespace {
 
+struct Step;
+using Steps = std::vector<Step>;
+using Alternatives = std::span<const Steps>;
+
+// What is left of alternatives behind the steps that all of them begin with.
+struct Remainders {
+    std::vector<Steps> alternatives;
+    std::size_t depth;  // how many steps those are
+
+    bool operator==(const Remainders& other) const;
+};
+
 // One step of an alternative that was laid flat.
 struct Step {
-    const GrammarNode* node;  // a lexem, a rule to call, or a choice; null to add an empty piece
+    const GrammarNode* node;  // a lexem, a rule to call, or a choice
     Mode mode;
+    std::shared_ptr<const Remainders> remainders =
+        nullptr;  // or these; neither adds an empty piece
 
+    bool AddsEmpty() const { return node == nullptr && remainders == nullptr; }
     bool operator==(const Step& other) const {
-        if (mode != other.mode || (node == nullptr) != (other.node == nullptr)) return false;
-        return node == other.node || *node == *other.node;
+        return mode == other.mode && IsSame(node, other.node) &&
+               IsSame(remainders.get(), other.remainders.get());
+    }
+
+private:
+    template <class Part>
+    static bool IsSame(const Part* left, const Part* right) {
+        return left == right || (left != nullptr && right != nullptr && *left == *right);
     }
 };
 
-using Steps = std::vector<Step>;
-using Alternatives = std::span<const Steps>;
+bool Remainders::operator==(const Remainders& other) const {
+    return depth == other.depth && alternatives == other.alternatives;
+}
 
 class Layout {
 public:
@@ -31,7 +56,7 @@ public:
 
 private:
     // Rules of more nodes than this, those of rules in them included, stay calls.
-    static constexpr std::size_t kMostNodesInPlace = 40;
+    static constexpr std::size_t kMostNodesInPlace = 160;
 
     NodeSort Sort(const GrammarNode& node) const { return SortOf(builder_.Tables(), node); }
 
@@ -74,6 +99,9 @@ private:
                 CollectSteps(node.sequence[1], builder_.ChildMode(node, mode, 1), out);
                 if ((node.flags & kAddEmpty) != 0) out.push_back({nullptr, {}});
                 break;
+            case NodeSort::kChoice:
+                CollectChoice(node, mode, out);
+                break;
             case NodeSort::kRule:
                 if (const GrammarNode* rule = InPlace(node)) {
                     CollectSteps(*rule, mode, out);
@@ -83,6 +111,28 @@ private:
             default:
                 out.push_back({&node, mode});
         }
+    }
+
+    // What all alternatives begin with goes in front of the choice.
+    void CollectChoice(const GrammarNode& node, const Mode& mode, Steps& out) {
+        Remainders remainders{{}, 0};
+        if (mode.append == Append::kNo) {
+            CollectAlternatives(node, mode, remainders.alternatives);
+            remainders.depth = CountCommon(remainders.alternatives);
+        }
+        if (remainders.depth == 0) {
+            out.push_back({&node, mode});
+            return;
+        }
+        const Steps& first = remainders.alternatives.front();
+        out.insert(out.end(), first.begin(), first.begin() + remainders.depth);
+        out.push_back({nullptr, {}, std::make_shared<const Remainders>(std::move(remainders))});
+    }
+
+    static std::size_t CountCommon(Alternatives all) {
+        std::size_t depth = 0;
+        while (depth < all.front().size() && CountSharing(all, depth) == all.size()) ++depth;
+        return depth;
     }
 
     // `depth` steps, the same in all of them, are laid out already.
@@ -110,9 +160,9 @@ private:
         const Alternatives rest = all.subspan(split);
         const bool exclusive = AreExclusive(head, rest, depth);
         const std::uint32_t choice = builder_.Here();
-        const CharacterSet& begins = builder_.SetOf(FirstCharacters(head, depth));
+        const std::optional<std::wstring> begins = FirstCharacters(head, depth);
         Instruction& instruction = builder_.Emit(exclusive ? Operation::kTest : Operation::kChoice);
-        instruction.first = &begins;
+        instruction.first = begins ? &builder_.SetOf(*begins) : nullptr;
         instruction.rereads = depth != 0;
         EmitAlternatives(head, depth, mayShare, first);
         const std::uint32_t leave = builder_.Here();
@@ -126,11 +176,9 @@ private:
     // shared steps the rest would read those again and so change what was read last: then coming
     // back is spared only where the head reads nothing before it fails.
     bool AreExclusive(Alternatives head, Alternatives rest, std::size_t depth) const {
-        for (const Steps& steps : rest) {
-            if (steps.size() == depth || steps[depth].node == nullptr) return false;
-        }
-        const std::wstring others = FirstCharacters(rest, depth);
-        if (FirstCharacters(head, depth).find_first_of(others) != others.npos) return false;
+        const std::optional<std::wstring> begins = FirstCharacters(head, depth);
+        const std::optional<std::wstring> others = FirstCharacters(rest, depth);
+        if (!begins || !others || begins->find_first_of(*others) != others->npos) return false;
         return depth == 0 || (head.size() == 1 && FailsAtOnce(head.front(), depth));
     }
 
@@ -139,7 +187,7 @@ private:
         if (LexemOf(steps[depth]) == nullptr) return false;
         for (std::size_t next = depth + 1; next < steps.size(); ++next) {
             const bool isSure =
-                steps[next].node == nullptr || SurelyFollows(steps[next - 1], steps[next]);
+                steps[next].AddsEmpty() || SurelyFollows(steps[next - 1], steps[next]);
             if (!isSure) return false;
         }
         return true;
@@ -160,19 +208,32 @@ private:
         return isLexem && step.node->keyword.empty() ? &builder_.Lexem(step.node->id) : nullptr;
     }
 
-    std::wstring FirstCharacters(Alternatives alternatives, std::size_t depth) const {
+    // All characters that the alternatives may begin with; none for alternatives that may match
+    // without reading anything.
+    std::optional<std::wstring> FirstCharacters(Alternatives alternatives,
+                                                std::size_t depth) const {
         std::wstring characters;
         for (const Steps& steps : alternatives) {
-            if (steps[depth].node == nullptr) continue;
-            characters += builder_.Analysis().FirstCharacters(*steps[depth].node);
+            if (steps.size() == depth || steps[depth].AddsEmpty()) return std::nullopt;
+            const Step& step = steps[depth];
+            const std::optional<std::wstring> more =
+                step.node != nullptr
+                    ? builder_.Analysis().FirstCharacters(*step.node)
+                    : FirstCharacters(step.remainders->alternatives, step.remainders->depth);
+            if (!more) return std::nullopt;
+            characters += *more;
         }
         return characters;
     }
 
     void EmitStep(const Step& step, bool first) {
-        if (step.node == nullptr) {
+        if (step.AddsEmpty()) {
             builder_.Emit(Operation::kAddEmpty);
             return;
+        }
+        if (step.remainders != nullptr) {
+            return EmitAlternatives(step.remainders->alternatives, step.remainders->depth, true,
+                                    false);
         }
         switch (Sort(*step.node)) {
             case NodeSort::kLexem:

@@ -175,7 +175,9 @@ void ProgramBuilder::MergeTest(Instruction& test) {
     const bool isLexem =
         behind.operation == Operation::kMark || behind.operation == Operation::kWord ||
         behind.operation == Operation::kKeyword || behind.operation == Operation::kUntil;
-    if (!isLexem || behind.lexem->start.index != test.first->index) return;
+    if (!isLexem) return;
+    const std::wstring& start = grammar_.Lexems().at(behind.kind).start_set;
+    if (SetOf(start).index != test.first->index) return;
     const Instruction* const other = test.other;
     test = behind;
     test.other = other;

@@ -62,7 +62,7 @@ public:
 
 private:
     const Instruction* Follow(std::uint32_t address);
-    static void MergeTest(Instruction& test);
+    void MergeTest(Instruction& test);
     static void TakeMark(Instruction& lexem);
     const std::wstring& AddKeyword(std::wstring text);
 
