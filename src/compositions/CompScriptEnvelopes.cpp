@@ -39,20 +39,21 @@ bool HasParameters(const Pieces& pieces, std::size_t next) {
 std::size_t ReadKeys(const Pieces& pieces, std::vector<EnvelopeKey>& keys) {
     keys.reserve(pieces.size() / 3);  // a key has two pieces at least and mostly three
     for (std::size_t next = 2; next + 1 < pieces.size();) {
-        EnvelopeKey& key = keys.emplace_back();
-        key.time = pieces[next++];
-        key.value = L"1.0"sv;
-        key.firstParameter = key.secondParameter = L"0.0"sv;
-        if (next + 1 < pieces.size() && IsNumber(pieces[next])) key.value = pieces[next++];
+        const std::wstring_view time = pieces[next++];
+        std::wstring_view value = L"1.0"sv;
+        std::wstring_view parameters[] = {L"0.0"sv, L"0.0"sv};
+        if (next + 1 < pieces.size() && IsNumber(pieces[next])) value = pieces[next++];
         if (!IsKind(pieces[next])) return next;
-        key.kind = UpperName(pieces[next++]);
+        UpperName kind(pieces[next++]);
         if (HasParameters(pieces, next)) {
-            if (key.kind == kHermite) {
-                key.firstParameter = pieces[next];
-                key.secondParameter = pieces[next + 1];
+            if (kind == kHermite) {
+                parameters[0] = pieces[next];
+                parameters[1] = pieces[next + 1];
             }
             next += 2;  // written behind another kind, they mean nothing
         }
+        keys.push_back({std::wstring(time), std::wstring(value), std::move(kind),
+                        std::wstring(parameters[0]), std::wstring(parameters[1])});
     }
     return 0;
 }

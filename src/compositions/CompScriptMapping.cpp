@@ -16,9 +16,9 @@ class MappingList {
 public:
     explicit MappingList(Mappings& mappings) : mappings_(mappings) {}
 
-    bool Append(Mapping mapping) {
+    bool Append(Mapping&& mapping) {
         if (Contains(mapping)) return false;
-        if (mappings_.empty()) mappings_.reserve(kFewMappings);
+        if (mappings_.empty()) mappings_.reserve(kRoom<Mapping>);
         mappings_.push_back(std::move(mapping));
         return true;
     }
@@ -55,13 +55,12 @@ std::int32_t TakeTargets(ScriptCursor& cursor, CompositionDescription& descripti
                          std::span<const std::wstring_view> targets, const Mapping& source,
                          MappingList& mappings) {
     for (std::size_t next = targets.size(); next >= 2; next -= 2) {
-        Mapping mapping = source;
-        mapping.instance = UpperName(targets[next - 2]);
-        mapping.targetProperty = targets[next - 1];
-        if (!description.effectInstances.contains(mapping.instance)) {
+        UpperName instance(targets[next - 2]);
+        if (!description.effectInstances.contains(instance)) {
             return cursor.Refused(status::kUnknownInstance, targets[next - 2]);
         }
-        if (!mappings.Append(std::move(mapping))) {
+        if (!mappings.Append({source.property, source.access, std::move(instance),
+                              std::wstring(targets[next - 1])})) {
             return cursor.Refused(status::kDefinedTwice, targets[next - 1]);
         }
     }

@@ -1,4 +1,4 @@
-#include <utility>
+#include <string>
 
 #include "compositions/AccessWords.h"
 #include "compositions/CompScriptSections.h"
@@ -21,11 +21,11 @@ std::int32_t ReadProperties(ScriptCursor& cursor, CompositionDescription& descri
             if (word == AccessWord::kRefused) return cursor.Refused(access.Status(), pieces[next]);
             if (word == AccessWord::kNotAnAccessWord) break;
         }
-        if (description.properties.empty()) description.properties.reserve(kFewStatements);
-        PropertyRecord& record = description.properties.emplace_back();
-        record.access = access.Value();
-        if (next < pieces.size()) record.name = pieces[next];
-        if (next + 1 < pieces.size()) record.value = pieces[next + 1];
+        if (description.properties.empty()) description.properties.reserve(kRoom<PropertyRecord>);
+        const auto textAt = [&](std::size_t i) {
+            return i < pieces.size() ? std::wstring(pieces[i]) : std::wstring();
+        };
+        description.properties.push_back({access.Value(), textAt(next), textAt(next + 1)});
         cursor.Taken();
     }
     return status::kRead;

@@ -67,10 +67,10 @@ void ReadRegistryValue(ScriptCursor& cursor, const Pieces& pieces,
     const bool isTaken =
         (pieces.size() == 4 || pieces.size() == 5) && IsKeyword(pieces[1], L"REGS"sv);
     if (!isTaken) return cursor.Skipped();
-    RegistryValue& value = description.registryValues[UpperName(pieces[0])];
-    value.first = pieces[2];
-    value.second = pieces[3];
-    value.third = pieces.size() == 5 ? std::wstring(pieces[4]) : std::wstring();
+    description.registryValues.insert_or_assign(
+        UpperName(pieces[0]),
+        RegistryValue{std::wstring(pieces[2]), std::wstring(pieces[3]),
+                      pieces.size() == 5 ? std::wstring(pieces[4]) : std::wstring()});
     cursor.Taken();
 }
 

@@ -13,14 +13,14 @@ MediaSource MakeMediaSource(MediaKind kind, const Pieces& pieces, const Registry
     // A path of one part stays as written and is never a registry value; the parts of a longer one
     // are upper-cased and looked up. Scripts rely on both.
     if (pieces.size() < 3) {
-        source.items.emplace_back().text = pieces[1];
+        source.items.push_back({false, std::wstring(pieces[1])});
         return source;
     }
     source.items.reserve(pieces.size() - 1);
     for (std::size_t i = 1; i < pieces.size(); ++i) {
-        MediaItem& item = source.items.emplace_back();
-        item.text = UpperText(pieces[i]);
-        item.isRegistryValue = !values.empty() && values.contains(UpperName::Verbatim(item.text));
+        std::wstring text = UpperText(pieces[i]);
+        const bool isValue = !values.empty() && values.contains(UpperName::Verbatim(text));
+        source.items.push_back({isValue, std::move(text)});
     }
     return source;
 }
@@ -38,11 +38,11 @@ std::int32_t ReadSources(ScriptCursor& cursor, CompositionDescription& descripti
         } else if (isWord && cursor.Match(R33, pieces)) {
             description.inputs.emplace_back(pieces[0]);
         } else if (isWord && cursor.Match(R34, pieces)) {
-            description.mediaSources[UpperName(pieces[0])] =
-                MakeMediaSource(kBitmap, pieces, description.registryValues);
+            description.mediaSources.insert_or_assign(
+                UpperName(pieces[0]), MakeMediaSource(kBitmap, pieces, description.registryValues));
         } else if (isWord && cursor.Match(R35, pieces)) {
-            description.mediaSources[UpperName(pieces[0])] =
-                MakeMediaSource(kMovie, pieces, description.registryValues);
+            description.mediaSources.insert_or_assign(
+                UpperName(pieces[0]), MakeMediaSource(kMovie, pieces, description.registryValues));
         } else {
             return status::kRead;
         }

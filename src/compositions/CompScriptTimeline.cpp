@@ -99,7 +99,7 @@ private:
             }
         }
         TimelineEvents& events = description_.timelineEvents;
-        if (events.empty()) events.reserve(std::max(targets_.size(), kFewMappings));
+        if (events.empty()) events.reserve(std::max(targets_.size(), kRoom<TimelineEvent>));
         for (TimelineTarget& target : targets_) {
             events.push_back({std::move(target.instance), std::move(target.property), envelope});
         }
@@ -109,7 +109,7 @@ private:
 
     void AddEntries(std::wstring_view value, TimelineValueKind kind) {
         TimelineEntries& entries = description_.timelineEntries;
-        if (entries.empty()) entries.reserve(std::max(targets_.size(), kFewStatements));
+        if (entries.empty()) entries.reserve(std::max(targets_.size(), kRoom<TimelineEntry>));
         for (TimelineTarget& target : targets_) {
             entries.push_back({std::move(target.instance), std::move(target.property),
                                std::wstring(value), kind});
@@ -130,8 +130,9 @@ void TargetsOf(const Pieces& pieces, std::vector<TimelineTarget>& targets) {
         helpers::ReportAssertion("CompScript", 662,
                                  "compositions::CompositionScript::ReadTimelineSection");
     }
+    constexpr std::size_t kFewTargets = 4;  // most statements have no more
     targets.clear();
-    targets.reserve(std::max<std::size_t>(pieces.size() / 2, 4));
+    targets.reserve(std::max<std::size_t>(pieces.size() / 2, kFewTargets));
     for (std::size_t i = 0; i + 1 < pieces.size(); i += 2) {
         targets.push_back({UpperName(pieces[i]), UpperText(pieces[i + 1])});
     }

@@ -51,16 +51,19 @@ wchar_t* UpperName::MakeBuffer(std::size_t length) {
 UpperName::UpperName(std::wstring_view token) {
     if (token.size() >= kShort) token = UpToZero(token);
     if (token.empty()) return;
-    wchar_t* const buffer = MakeBuffer(token.size());
+    wchar_t* to = MakeBuffer(token.size());
     wchar_t seen = 0;
-    for (std::size_t i = 0; i < token.size(); ++i) {
-        seen |= token[i];
-        buffer[i] = UpperAscii(token[i]);
-        if (token[i] != 0) continue;
-        capacity_ = i == 0 ? 0 : i + 1;  // a short one, which stays in place
-        break;
+    for (const wchar_t character : token) {
+        if (character == 0) {  // of a short one, which stays in place
+            const auto length = static_cast<std::size_t>(to - buffer_.inPlace);
+            *to = L'\0';
+            capacity_ = length == 0 ? 0 : length + 1;
+            break;
+        }
+        seen |= character;
+        *to++ = UpperAscii(character);
     }
-    if ((seen & ~0x7F) != 0) platform::ToUpperCase(buffer, Length());
+    if ((seen & ~0x7F) != 0) platform::ToUpperCase(to - Length(), Length());
 }
 
 UpperName::UpperName(const UpperName& other) {
@@ -99,6 +102,7 @@ std::wstring UpperText(std::wstring_view text) {
 }
 
 bool IsWholeKeyword(std::wstring_view token, std::wstring_view keyword) {
+    if (token == keyword) return true;  // as most are written
     if (token.size() < keyword.size()) return false;
     if (token.size() > keyword.size() && token[keyword.size()] != L'\0') return false;
     return std::ranges::equal(

@@ -61,7 +61,7 @@ public:
     }
 
 private:
-    static constexpr std::size_t kShort = 48 / sizeof(wchar_t);  // characters, with the terminator
+    static constexpr std::size_t kShort = 56 / sizeof(wchar_t);  // characters, with the terminator
     union Buffer {
         wchar_t* allocated = nullptr;
         wchar_t inPlace[kShort];

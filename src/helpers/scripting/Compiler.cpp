@@ -28,21 +28,26 @@ public:
             builder_.Emit(Operation::kReturn);
         }
         builder_.Finish();
+        for (Entry& entry : program_.entries) SetBegin(entry);
+        SetBegin(program_.loose);
     }
 
 private:
     void AddSymbols() {
         const Grammar& grammar = builder_.Tables();
-        program_.entryOfSymbol.assign(grammar.SymbolCount(), kNone);
+        program_.entries.resize(grammar.SymbolCount());
         for (std::uint32_t symbol = 0; symbol < grammar.SymbolCount(); ++symbol) {
             if (grammar.Mark(symbol) == SymbolMark::kUndefined) continue;
-            program_.entryOfSymbol[symbol] = static_cast<std::uint32_t>(program_.entries.size());
-            program_.entries.push_back(AddEntry(GrammarNode(symbol), {}));
-            Entry& entry = program_.entries.back();
+            Entry& entry = program_.entries[symbol];
+            entry = AddEntry(GrammarNode(symbol), {});
             entry.recursive = builder_.Analysis().ComesToRecursion(symbol);
             const CompiledLexem* lexem = program_.Lexem(symbol);
             if (lexem != nullptr && lexem->shape != LexemShape::kAny) entry.lexem = lexem;
         }
+    }
+
+    void SetBegin(Entry& entry) {
+        if (entry.address != kNone) entry.begin = &builder_.At(entry.address);
     }
 
     Entry AddEntry(const GrammarNode& node, const Mode& mode) {
@@ -68,7 +73,7 @@ private:
         if (!isLexem) return;
         const Instruction& second = builder_.At(entry.address + 1);
         if (second.operation != Operation::kKeyword) return;
-        const wchar_t character = second.keyword->front();
+        const wchar_t character = second.keyword->text.front();
         if (character == 0 || (character & ~0x7F) != 0) return;
         entry.beforeKeyword = first.lexem;
         entry.onlyFirst = onlyFirst;

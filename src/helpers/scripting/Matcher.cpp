@@ -9,8 +9,7 @@ namespace {
 const Instruction kDeadEnd{};  // there is nowhere to go on from it
 
 // `keyword` is upper case. A lexem with a zero in it equals none.
-bool EqualsKeyword(std::wstring_view lexem, const std::wstring& keyword) {
-    if (lexem.size() != keyword.size()) return false;
+bool EqualsInUpperCase(std::wstring_view lexem, const std::wstring& keyword) {
     for (std::size_t index = 0; index < lexem.size(); ++index) {
         if (lexem[index] == 0) return false;
         if (!IsAscii(lexem[index])) {
@@ -24,17 +23,13 @@ bool EqualsKeyword(std::wstring_view lexem, const std::wstring& keyword) {
     return true;
 }
 
-}  // namespace
-
-bool Matcher::Match(const Program& program, std::uint32_t address, std::size_t& position,
-                    Pieces& pieces, std::size_t before, Report report) {
-    program_ = &program;
-    report_ = report;
-    frames_.clear();
-    rereads_.clear();
-    pieces_.Start(pieces, before);
-    return memory_ ? Run<true>(address, position) : Run<false>(address, position);
+// Most are written as the keyword is. No zero is in a plain keyword.
+inline bool EqualsKeyword(std::wstring_view lexem, const Keyword& keyword) {
+    if (lexem.size() != keyword.text.size()) return false;
+    return (keyword.isPlain && lexem == keyword.text) || EqualsInUpperCase(lexem, keyword.text);
 }
+
+}  // namespace
 
 bool Matcher::MatchLexem(const CompiledLexem& lexem, std::size_t& position, Pieces& pieces) {
     const std::size_t begin = PlaceAt(position).first;
@@ -81,7 +76,7 @@ bool Matcher::FindKeyword(const Program& program, const Entry& entry, std::size_
     }
     if (passedOver != kNoPosition) {
         Pieces pieces;
-        Match(program, entry.address, passedOver, pieces, 0, report);
+        Match(entry, passedOver, pieces, 0, report);
     }
     return false;
 }
@@ -91,7 +86,9 @@ bool Matcher::MatchFound(const Program& program, const Entry& entry, std::size_t
                          std::size_t& position, bool peek, Report report) {
     Pieces pieces;
     std::size_t end = from;
-    if (!Match(program, entry.address, end, pieces, 0, report)) return false;
+    Start(pieces, 0, report);
+    const bool matches = memory_ ? Run<true>(entry.begin, end) : Run<false>(entry.begin, end);
+    if (!matches) return false;
     if (peek) {
         while (from > position && program.blanks.Has(scanner_.Text()[from - 1])) --from;
         end = from;
@@ -102,8 +99,7 @@ bool Matcher::MatchFound(const Program& program, const Entry& entry, std::size_t
 
 // A search that remembers wants no pieces.
 template <bool kRemembers>
-bool Matcher::Run(std::uint32_t address, std::size_t& position) {
-    const Instruction* at = program_->code.data() + address;
+bool Matcher::Run(const Instruction* at, std::size_t& position) {
     Place place = PlaceAt(position);
     start_ = place.first;
     for (;;) {

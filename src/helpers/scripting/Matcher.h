@@ -34,8 +34,11 @@ public:
     // Matches at `position` and moves it behind the match; on failure it stays. What the match
     // stores goes into `pieces`; see Recorded(). `before` more pieces are in a list of the
     // caller's.
-    bool Match(const Program& program, std::uint32_t address, std::size_t& position, Pieces& pieces,
-               std::size_t before, Report report);
+    bool Match(const Entry& entry, std::size_t& position, Pieces& pieces, std::size_t before,
+               Report report) {
+        Start(pieces, before, report);
+        return Run<false>(entry.begin, position);
+    }
     // The same for the entry of a lexem that has a certain shape.
     bool MatchLexem(const CompiledLexem& lexem, std::size_t& position, Pieces& pieces);
     // Looks for the first position from `position` on where the entry matches, and moves it there
@@ -91,12 +94,18 @@ private:
         ~Forgetting() { memory.reset(); }
     };
 
+    void Start(Pieces& pieces, std::size_t before, Report report) {
+        report_ = report;
+        frames_.clear();
+        rereads_.clear();
+        pieces_.Start(pieces, before);
+    }
     bool FindKeyword(const Program& program, const Entry& entry, std::size_t& position, bool peek,
                      Report report);
     bool MatchFound(const Program& program, const Entry& entry, std::size_t from,
                     std::size_t& position, bool peek, Report report);
     template <bool kRemembers>
-    bool Run(std::uint32_t address, std::size_t& position);
+    bool Run(const Instruction* at, std::size_t& position);
     std::size_t EndOfWord(const Instruction& instruction, Place place);
     std::size_t EndOfUntil(const Instruction& instruction, Place place);
     template <bool kRemembers>
@@ -127,7 +136,6 @@ private:
 
     TextScanner scanner_;
     LastLexem last_;
-    const Program* program_ = nullptr;
     Report report_ = nullptr;
     PieceRecorder pieces_;
     SmallList<Frame, 8> frames_;             // most texts need no more

@@ -45,6 +45,11 @@ struct CompiledLexem {
     static constexpr std::uint8_t kEnds = 2;
 };
 
+struct Keyword {
+    std::wstring text;  // upper case
+    bool isPlain;       // all of it ASCII, and no zero
+};
+
 enum class Operation : std::uint8_t {
     kMark,       // read a lexem that is one certain character, store it
     kWord,       // read a lexem of the shape of a word, store it
@@ -86,13 +91,14 @@ struct Instruction {
     const Instruction* next = nullptr;
     const Instruction* other = nullptr;
     const CompiledLexem* lexem = nullptr;
-    const std::wstring* keyword = nullptr;  // upper case; null for any lexem
-    const CharacterSet* first = nullptr;    // what goes on here may begin with; null for anything
+    const Keyword* keyword = nullptr;     // null for any lexem
+    const CharacterSet* first = nullptr;  // what goes on here may begin with; null for anything
 };
 
 // Where matching a symbol begins, and the characters that any match of it begins with.
 struct Entry {
-    std::uint32_t address = kNone;
+    const Instruction* begin = nullptr;  // null for what nothing matches
+    std::uint32_t address = kNone;       // of that instruction
     CharacterSet first;
     // For a lexem that begins with one certain character, and then a keyword: that lexem, its first
     // character, and the upper-case ASCII character that the keyword begins with.
@@ -114,21 +120,20 @@ struct Program {
     std::uint32_t largestBlank = 0;
     std::vector<CompiledLexem> lexems;
     std::vector<std::uint32_t> lexemOfKind;  // by symbol; kNone for no lexem
-    std::deque<std::wstring> keywords;       // upper case
+    std::deque<Keyword> keywords;
     std::vector<Instruction> code;
-    std::vector<Entry> entries;
-    std::vector<std::uint32_t> entryOfSymbol;  // kNone for what nothing matches
-    Entry loose;                               // of the loose node, when one was compiled
-    bool mayReport = false;                    // some match may report an inconsistency
-    bool mayLoop = false;                      // some rule may call itself before it reads
+    std::vector<Entry> entries;  // by symbol
+    Entry loose;                 // of the loose node, when one was compiled
+    bool mayReport = false;      // some match may report an inconsistency
+    bool mayLoop = false;        // some rule may call itself before it reads
 
     const CompiledLexem* Lexem(std::uint32_t kind) const {
         if (kind >= lexemOfKind.size() || lexemOfKind[kind] == kNone) return nullptr;
         return &lexems[lexemOfKind[kind]];
     }
     const Entry* FindEntry(std::uint32_t symbol) const {
-        if (symbol >= entryOfSymbol.size() || entryOfSymbol[symbol] == kNone) return nullptr;
-        return &entries[entryOfSymbol[symbol]];
+        if (symbol >= lexemOfKind.size() || entries[symbol].begin == nullptr) return nullptr;
+        return &entries[symbol];
     }
 };
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <limits>
 
+#include "helpers/scripting/AsciiCase.h"
 #include "platform/CharacterCase.h"
 
 namespace helpers::scripting {
@@ -195,11 +196,12 @@ void ProgramBuilder::TakeMark(Instruction& lexem) {
     lexem.next = mark.next;
 }
 
-const std::wstring& ProgramBuilder::AddKeyword(std::wstring text) {
+const Keyword& ProgramBuilder::AddKeyword(std::wstring text) {
     platform::ToUpperCase(text.data(), text.find(L'\0') == text.npos ? text.size() : 0);
-    const auto found = std::find(program_.keywords.begin(), program_.keywords.end(), text);
-    return found != program_.keywords.end() ? *found
-                                            : program_.keywords.emplace_back(std::move(text));
+    const auto found = std::ranges::find(program_.keywords, text, &Keyword::text);
+    if (found != program_.keywords.end()) return *found;
+    const bool isPlain = std::ranges::all_of(text, [](wchar_t c) { return c != 0 && IsAscii(c); });
+    return program_.keywords.emplace_back(Keyword{std::move(text), isPlain});
 }
 
 }  // namespace helpers::scripting

@@ -64,7 +64,7 @@ private:
     const Instruction* Follow(std::uint32_t address);
     void MergeTest(Instruction& test);
     static void TakeMark(Instruction& lexem);
-    const std::wstring& AddKeyword(std::wstring text);
+    const Keyword& AddKeyword(std::wstring text);
 
     const Grammar& grammar_;
     const GrammarAnalysis analysis_;

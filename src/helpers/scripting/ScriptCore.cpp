@@ -87,7 +87,7 @@ bool ScriptCore::MatchRule(std::uint32_t rule, Pieces& out, Report report) {
         return matcher_.MatchLexem(*entry->lexem, position_, out);
     }
     std::size_t position = position_;
-    if (entry != nullptr && matcher_.Match(program, entry->address, position, out, 0, report)) {
+    if (entry != nullptr && matcher_.Match(*entry, position, out, 0, report)) {
         try {
             matcher_.Recorded().Finish(out);
             position_ = position;
@@ -122,8 +122,7 @@ bool ScriptCore::MatchNode(const GrammarNode& node, std::vector<std::wstring>& o
     matcher_.Scanner().Reset(text_, *program);
     std::size_t position = position_;
     Pieces pieces;
-    const bool matched =
-        matcher_.Match(*program, program->loose.address, position, pieces, out.size(), report);
+    const bool matched = matcher_.Match(program->loose, position, pieces, out.size(), report);
     matcher_.Scanner().Reset(text_, *program_);
     matcher_.Recorded().AppendTo(out);
     if (matched) position_ = position;

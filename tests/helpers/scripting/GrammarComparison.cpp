@@ -44,6 +44,12 @@ GrammarNode RandomNode(Random& random, std::uint32_t rulesInFront, int depth, bo
         GrammarNode part = RandomNode(random, behind ? kRules : rulesInFront, depth - 1, malformed);
         (isChoice ? node.choice : node.sequence).push_back(std::move(part));
     }
+    // Alternatives that begin alike are read together.
+    if (node.choice.size() == 2 && node.choice[0].sequence.size() == 2 && random.OneIn(2)) {
+        node.choice[1] = node.choice[0];
+        node.choice[1].sequence[1] = RandomNode(random, kRules, depth - 1, malformed);
+        if (random.OneIn(2)) node.choice[1].flags = random.Below(16);
+    }
     node.flags = random.Below(16);
     return node;
 }

@@ -127,6 +127,12 @@ TEST_F(Interpreting, WhatAFailedAlternativeAppendedStays) {
     EXPECT_EQ(out, (Strings{L"abb"}));
 }
 
+TEST_F(Interpreting, AnAlternativeMayEndInAnEmptyPieceWhereTheNextGoesOn) {
+    const GrammarNode longer = then(kWord, then(kComma, kDigit));
+    EXPECT_TRUE(Match("a,1.", either(then(kWord, kComma, kAddEmpty), longer), out));
+    EXPECT_EQ(out, (Strings{L"a", L",", L""}));
+}
+
 TEST_F(Interpreting, FailureRestoresListAndPosition) {
     std::size_t position = 99;
     EXPECT_FALSE(Match("  a b ,", then(kWord, then(kWord, kWord)), out, &position));
