@@ -56,7 +56,7 @@ public:
             ++mine;
             ++its;
         }
-        if (IsOneUnit(*mine) && IsOneUnit(*its)) return *mine <=> *its;
+        if (IsBelowSurrogates(*mine) && IsBelowSurrogates(*its)) return *mine <=> *its;
         return CompareUnits(*mine, *its);
     }
 
@@ -69,8 +69,8 @@ private:
 
     bool IsLong() const { return capacity_ > kShort; }
     const wchar_t* Text() const { return capacity_ == 0 ? L"" : Data(); }
-    static bool IsOneUnit(wchar_t character) {
-        return static_cast<std::uint32_t>(character) < 0x10000;
+    static bool IsBelowSurrogates(wchar_t character) {
+        return static_cast<std::uint32_t>(character) < 0xD800;
     }
     static std::strong_ordering CompareUnits(wchar_t left, wchar_t right);
     wchar_t* MakeBuffer(std::size_t length);

@@ -87,12 +87,13 @@ public:
     }
     std::size_t EndOfUntil(const CompiledLexem& lexem, std::size_t first) {
         if (!Begins(lexem, first)) return kNoPosition;
+        if (first + kShort >= size_) return FindOnlyBeyond(lexem, first + 1);
         const wchar_t* const begin = text_ + first + 1;
         const wchar_t stop = lexem.onlyStop;
-        const wchar_t* const at = FindShort(
-            begin, [stop](wchar_t character) { return character == stop || character == 0; });
-        const bool isFound = at != begin + kShort && *at == stop;
-        return isFound ? static_cast<std::size_t>(at - text_) : FindOnlyBeyond(lexem, first + 1);
+        const wchar_t* const at =
+            FindShort(begin, [stop](wchar_t character) { return character == stop; });
+        if (at == begin + kShort) return FindOnlyBeyond(lexem, first + 1);
+        return static_cast<std::size_t>(at - text_);
     }
     // For any shape but kAny.
     std::size_t FindEnd(const CompiledLexem& lexem, std::size_t first) {
