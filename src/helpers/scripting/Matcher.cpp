@@ -6,7 +6,8 @@
 namespace helpers::scripting {
 namespace {
 
-const Instruction kDeadEnd{};  // there is nowhere to go on from it
+// There is nowhere to go on from it: for what fails after it has read something.
+const Instruction kDeadEnd{};
 
 // `keyword` is upper case. A lexem with a zero in it equals none.
 bool EqualsInUpperCase(std::wstring_view lexem, const std::wstring& keyword) {
@@ -118,13 +119,11 @@ bool Matcher::Run(const Instruction* at, std::size_t& position) {
                 continue;
             case Operation::kWordMark:
                 if (!ReadWord<kRemembers>(*at, EndOfWord(*at, place), place)) break;
-                if (!ReadMarkBehind<kRemembers>(*at, place)) break;
-                at = at->next;
+                at = ReadMarkBehind<kRemembers>(*at, place) ? at->next : &kDeadEnd;
                 continue;
             case Operation::kUntilMark:
                 if (!ReadWord<kRemembers>(*at, EndOfUntil(*at, place), place)) break;
-                if (!ReadMarkBehind<kRemembers>(*at, place)) break;
-                at = at->next;
+                at = ReadMarkBehind<kRemembers>(*at, place) ? at->next : &kDeadEnd;
                 continue;
             case Operation::kKeyword:
                 if (!ReadKeyword<kRemembers>(*at, place)) break;

@@ -1,5 +1,6 @@
 #include "helpers/scripting/GrammarComparison.h"
 
+#include <string>
 #include <utility>
 #include <vector>
 
@@ -78,8 +79,19 @@ std::vector<std::string> TakeReported() {
 
 void AddTables(TestInterpreter& interpreter, Random& random, bool malformed) {
     for (std::uint32_t kind = 0; kind < kLexems; ++kind) {
-        interpreter.add_lexem({kind, RandomSet(random), RandomSet(random), !random.OneIn(6),
-                               random.OneIn(6), random.OneIn(6)});
+        std::wstring start = RandomSet(random);
+        std::wstring stop = RandomSet(random);
+        const std::uint32_t shape = random.Below(4);
+        const wchar_t only = static_cast<wchar_t>(random.Pick(std::string("abA.")));
+        if (shape == 0) {  // a mark
+            start = only;
+            stop += only;
+        } else if (shape == 1) {  // until a certain character, which may be a mark
+            std::erase(start, only);
+            stop = only;
+        }
+        interpreter.add_lexem(
+            {kind, start, stop, !random.OneIn(6), random.OneIn(6), random.OneIn(6)});
     }
     for (std::uint32_t rule = 0; rule < kRules; ++rule) {
         if (random.OneIn(16)) continue;

@@ -127,6 +127,11 @@ TEST_F(Interpreting, WhatAFailedAlternativeAppendedStays) {
     EXPECT_EQ(out, (Strings{L"abb"}));
 }
 
+TEST_F(Interpreting, ASecondAlternativeBeginsWhereTheFirstBegan) {
+    EXPECT_FALSE(Match("a1.", either(then(kWord, kComma, kDropSecond), kDigit), out));
+    EXPECT_TRUE(out.empty());
+}
+
 TEST_F(Interpreting, AnAlternativeMayEndInAnEmptyPieceWhereTheNextGoesOn) {
     const GrammarNode longer = then(kWord, then(kComma, kDigit));
     EXPECT_TRUE(Match("a,1.", either(then(kWord, kComma, kAddEmpty), longer), out));
