@@ -29,6 +29,9 @@ private:
     std::intptr_t handle_ = kNone;
 };
 
+// Makes the folder, whose parent must be there; false when it is not there afterwards.
+bool MakeFolder(const std::wstring& path);
+
 // Adds bytes to the end of a file, which is made when it is missing; false when that fails.
 bool AppendToFile(const std::wstring& path, const char* bytes, std::size_t size);
 

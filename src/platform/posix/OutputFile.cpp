@@ -1,6 +1,7 @@
 #include "platform/OutputFile.h"
 
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -35,6 +36,13 @@ bool OutputFile::WriteAt(std::uint64_t position, const char* bytes, std::size_t 
 void OutputFile::Close() {
     if (IsOpen()) close(static_cast<int>(handle_));
     handle_ = kNone;
+}
+
+bool MakeFolder(const std::wstring& path) {
+    const NativeString native = NativePath(path);
+    struct stat found;
+    return mkdir(native.c_str(), 0777) == 0 ||
+           (stat(native.c_str(), &found) == 0 && S_ISDIR(found.st_mode));
 }
 
 bool AppendToFile(const std::wstring& path, const char* bytes, std::size_t size) {

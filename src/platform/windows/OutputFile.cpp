@@ -42,6 +42,13 @@ void OutputFile::Close() {
     handle_ = kNone;
 }
 
+bool MakeFolder(const std::wstring& path) {
+    const NativeString native = NativePath(path);
+    if (CreateDirectoryW(native.c_str(), nullptr)) return true;
+    const DWORD attributes = GetFileAttributesW(native.c_str());
+    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+}
+
 bool AppendToFile(const std::wstring& path, const char* bytes, std::size_t size) {
     const HANDLE file =
         CreateFileW(NativePath(path).c_str(), FILE_APPEND_DATA, FILE_SHARE_READ | FILE_SHARE_WRITE,

@@ -1,24 +1,12 @@
 #include "helpers/tracer/service/LogFile.h"
 
-#include <boost/filesystem/operations.hpp>
-
 #include "helpers/tracer/TraceMessage.h"
-#include "platform/NativePath.h"
 
 namespace helpers {
-namespace {
-
-bool CreateFolder(const std::wstring& folder) {
-    boost::system::error_code error;
-    boost::filesystem::create_directory(platform::NativePath(folder), error);
-    return !error;
-}
-
-}  // namespace
 
 bool LogFile::Open(const LogNames& names) {
     for (const LogNames::Place& place : names.places) {
-        if (!place.folder.empty() && !CreateFolder(place.folder)) {
+        if (!place.folder.empty() && !platform::MakeFolder(place.folder)) {
             TraceMessage().Append(
                 "Tracer::DumpThread - exception/warning - failed to created directory");
         }
