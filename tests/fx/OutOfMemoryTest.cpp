@@ -6,39 +6,19 @@
 #include <functional>
 
 #include "fx/TestEffects.h"
-#include "helpers/report/CapturedOutput.h"
 #include "sdk/EffectFactory.h"
-#include "tarnex/AllocationFault.h"
+#include "tarnex/LeakCheck.h"
 
 namespace {
 
 using test::FormsEffect;
 using test_support::AllocationFault;
 using test_support::Fault;
-using test_support::ForEachAllocation;
-using test_support::LiveAllocations;
+using test_support::ForEachWithoutLeak;
 
 const std::wstring kLong = L"a text that is long enough for the heap";
 const std::wstring kName = L"the name of an effect, as long as it takes";
 const std::wstring kNothing;
-
-void Forget() {
-    captured::TakeTraced();
-    captured::TakeDebugged();
-}
-
-// Calls `round(nth, lasts)` for each allocation; nothing of it stays.
-template <class Round>
-void ForEachWithoutLeak(Round round) {
-    ForEachAllocation([&](int nth, bool lasts) {
-        Forget();
-        const std::int64_t live = LiveAllocations();
-        const bool happened = round(nth, lasts);
-        Forget();
-        EXPECT_EQ(LiveAllocations(), live) << "leaked";
-        return happened;
-    });
-}
 
 // Whether `call` threw std::bad_alloc under the fault.
 struct Attempt {

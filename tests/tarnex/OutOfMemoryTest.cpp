@@ -4,10 +4,9 @@
 #include <gmock/gmock.h>
 
 #include "compositions/archive/TempFolder.h"
-#include "helpers/report/CapturedOutput.h"
 #include "support/Text.h"
-#include "tarnex/AllocationFault.h"
 #include "tarnex/GlobalFxFactory.h"
+#include "tarnex/LeakCheck.h"
 #include "tarnex/TarnexImpl.h"
 #include "tarnex/TestPlugins.h"
 
@@ -17,6 +16,8 @@ namespace {
 using test_support::AllocationFault;
 using test_support::Fault;
 using test_support::ForEachAllocation;
+using test_support::ForEachWithoutLeak;
+using test_support::ForgetReports;
 using test_support::LiveAllocations;
 using testing::AnyOf;
 
@@ -46,24 +47,6 @@ auto WithFault(int nth, bool lasts, const Call& call) {
     return Outcome<decltype(call())>{code, fault.Happened()};
 }
 
-void Forget() {
-    captured::TakeTraced();
-    captured::TakeDebugged();
-}
-
-// Calls `round(nth, lasts)` for each allocation; nothing of it stays.
-template <class Round>
-void ForEachWithoutLeak(Round round) {
-    ForEachAllocation([&](int nth, bool lasts) {
-        Forget();
-        const std::int64_t live = LiveAllocations();
-        const bool happened = round(nth, lasts);
-        Forget();
-        EXPECT_EQ(LiveAllocations(), live) << "leaked";
-        return happened;
-    });
-}
-
 class ManagerOutOfMemory : public testing::Test {
 protected:
     ManagerOutOfMemory() {
@@ -73,7 +56,7 @@ protected:
         first.RegisterEffect(script_, true);
         std::shared_ptr<fx::IBaseFX> effect;
         first.CreateFX(script_, effect);
-        Forget();
+        ForgetReports();
     }
 
     TempFolder files_;
@@ -86,7 +69,7 @@ protected:
 
 TEST_F(ManagerOutOfMemory, FactoryIsBuiltByALaterCallOrAnswersThatItIsNotValid) {
     ForEachAllocation([&](int nth, bool lasts) {
-        Forget();
+        ForgetReports();
         const std::int64_t live = LiveAllocations();
         bool happened = true;
         {
@@ -110,7 +93,7 @@ TEST_F(ManagerOutOfMemory, FactoryIsBuiltByALaterCallOrAnswersThatItIsNotValid) 
                 EXPECT_EQ(count, 2u);
                 EXPECT_EQ(out->CreateFX(0, effect), fx::eSuccess);
             }
-            Forget();
+            ForgetReports();
         }
         EXPECT_EQ(LiveAllocations(), live) << "leaked";
         return happened;
@@ -127,7 +110,7 @@ protected:
     template <class Create>
     void ExpectCreatedOrRefused(const Create& create) {
         ForEachAllocation([&](int nth, bool lasts) {
-            Forget();
+            ForgetReports();
             const std::int64_t live = LiveAllocations();
             bool happened = true;
             {
@@ -141,7 +124,7 @@ protected:
                     EXPECT_EQ(create(out), fx::eSuccess) << "the next call";
                 }
                 EXPECT_NE(out, nullptr);
-                Forget();
+                ForgetReports();
             }
             EXPECT_EQ(LiveAllocations(), live) << "leaked";
             return happened;
@@ -245,7 +228,7 @@ TEST_F(FactoryOutOfMemory, RegistrationIsWholeOrNoneOrWithoutARecord) {
     int none = 0;
     int withoutRecord = 0;
     ForEachAllocation([&](int nth, bool lasts) {
-        Forget();
+        ForgetReports();
         const std::int64_t live = LiveAllocations();
         bool happened = true;
         {
@@ -273,7 +256,7 @@ TEST_F(FactoryOutOfMemory, RegistrationIsWholeOrNoneOrWithoutARecord) {
                 EXPECT_EQ(again, eCouldNotRegisterNewComposition);
                 EXPECT_EQ(EffectsOf(factory).size(), 0u);
             }
-            Forget();
+            ForgetReports();
         }
         EXPECT_EQ(LiveAllocations(), live) << "leaked";
         return happened;
