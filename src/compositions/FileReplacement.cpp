@@ -52,7 +52,8 @@ bool ParseTemporaryName(const std::wstring& name, std::uint32_t& process) {
     }
     const std::wstring token = at < name.size() ? name.substr(at + 1, kTokenDigits) : L"";
     process = static_cast<std::uint32_t>(number);
-    return token.size() == kTokenDigits && token.find_first_not_of(kHexDigits) == std::wstring::npos &&
+    return token.size() == kTokenDigits &&
+           token.find_first_not_of(kHexDigits) == std::wstring::npos &&
            name == TemporaryName(process, token);
 }
 

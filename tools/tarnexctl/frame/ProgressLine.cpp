@@ -45,7 +45,7 @@ ProgressLine::~ProgressLine() {
     thread_.join();
 }
 
-void ProgressLine::Show(std::string text) {
+void ProgressLine::Show(const std::string& text) {
     const std::lock_guard lock(mutex_);
     if (text_.empty()) since_ = std::chrono::steady_clock::now();
     text_ = Shortened(Printable(ValidUtf8(text)));

@@ -20,7 +20,7 @@ public:
 
     // What is being done from now on. The line comes a second after the first call, and never where
     // standard error is no terminal.
-    void Show(std::string text);
+    void Show(const std::string& text);
 
     // Nothing takes long any more, until the next Show.
     void Hide();
