@@ -9,8 +9,8 @@ inline bool IsAscii(wchar_t character) {
 }
 
 inline wchar_t UpperAscii(wchar_t character) {
-    const bool isLower = character >= L'a' && character <= L'z';
-    return isLower ? static_cast<wchar_t>(character - (L'a' - L'A')) : character;
+    const int isLower = (character >= L'a') & (character <= L'z');  // no branch: many go at once
+    return static_cast<wchar_t>(character - isLower * (L'a' - L'A'));
 }
 
 }  // namespace helpers::scripting

@@ -22,7 +22,8 @@ struct CharacterSet {
 
     bool Has(wchar_t character) const {
         const auto code = static_cast<std::make_unsigned_t<wchar_t>>(character);
-        if (code < 256) return (table[code] & bit) != 0;
+        if (code < 256) [[likely]]
+            return (table[code] & bit) != 0;
         return HasAbove(character);
     }
 

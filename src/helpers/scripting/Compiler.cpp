@@ -19,7 +19,7 @@ public:
         AddSymbols();
         if (loose.node != nullptr) {
             const Append append = loose.append ? Append::kYesButPerhapsEmpty : Append::kNo;
-            program_.loose = AddEntry(*loose.node, {loose.store, append});
+            AddEntry(program_.loose, *loose.node, {loose.store, append});
         }
         RuleVariant variant;
         while (builder_.NextVariant(variant)) {
@@ -27,9 +27,8 @@ public:
             LayOut(builder_.Tables().Rules()[variant.first], variant.second);
             builder_.Emit(Operation::kReturn);
         }
-        builder_.Finish();
-        for (Entry& entry : program_.entries) SetBegin(entry);
-        SetBegin(program_.loose);
+        const std::vector<const Instruction*> begins = builder_.Finish(addresses_);
+        for (std::size_t i = 0; i < begins.size(); ++i) entries_[i]->begin = begins[i];
     }
 
 private:
@@ -39,20 +38,17 @@ private:
         for (std::uint32_t symbol = 0; symbol < grammar.SymbolCount(); ++symbol) {
             if (grammar.Mark(symbol) == SymbolMark::kUndefined) continue;
             Entry& entry = program_.entries[symbol];
-            entry = AddEntry(GrammarNode(symbol), {});
+            AddEntry(entry, GrammarNode(symbol), {});
             entry.recursive = builder_.Analysis().ComesToRecursion(symbol);
             const CompiledLexem* lexem = program_.Lexem(symbol);
             if (lexem != nullptr && lexem->shape != LexemShape::kAny) entry.lexem = lexem;
         }
     }
 
-    void SetBegin(Entry& entry) {
-        if (entry.address != kNone) entry.begin = &builder_.At(entry.address);
-    }
-
-    Entry AddEntry(const GrammarNode& node, const Mode& mode) {
-        Entry entry;
-        entry.address = builder_.Here();
+    void AddEntry(Entry& entry, const GrammarNode& node, const Mode& mode) {
+        const std::uint32_t address = builder_.Here();
+        addresses_.push_back(address);
+        entries_.push_back(&entry);
         const std::wstring first = builder_.Analysis().FirstCharacters(node);
         entry.first = builder_.SetOf(first);
         builder_.BeginRule(kNone);
@@ -60,19 +56,17 @@ private:
         builder_.Emit(Operation::kMatched);
         if (!first.empty() && first.find_first_not_of(first[0]) == first.npos &&
             entry.first.Has(first[0])) {
-            FindKeyword(entry, first[0]);
+            FindKeyword(entry, address, first[0]);
         }
-        return entry;
     }
 
     // Looks for a keyword behind the first lexem.
-    void FindKeyword(Entry& entry, wchar_t onlyFirst) {
-        const Instruction& first = builder_.At(entry.address);
-        const bool isLexem =
-            first.operation == Operation::kWord || first.operation == Operation::kMark;
-        if (!isLexem) return;
-        const Instruction& second = builder_.At(entry.address + 1);
-        if (second.operation != Operation::kKeyword) return;
+    void FindKeyword(Entry& entry, std::uint32_t address, wchar_t onlyFirst) {
+        const Draft& first = builder_.At(address);
+        const Operation operation = first.instruction.operation;
+        if (operation != Operation::kWord && operation != Operation::kMark) return;
+        const Draft& second = builder_.At(address + 1);
+        if (second.instruction.operation != Operation::kKeyword) return;
         const wchar_t character = second.keyword->text.front();
         if (character == 0 || (character & ~0x7F) != 0) return;
         entry.beforeKeyword = first.lexem;
@@ -90,6 +84,8 @@ private:
 
     ProgramBuilder builder_;
     Program& program_;
+    std::vector<std::uint32_t> addresses_;  // of the entries below
+    std::vector<Entry*> entries_;
 };
 
 }  // namespace

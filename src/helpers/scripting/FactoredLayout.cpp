@@ -161,12 +161,14 @@ private:
         const bool exclusive = AreExclusive(head, rest, depth);
         const std::uint32_t choice = builder_.Here();
         const std::optional<std::wstring> begins = FirstCharacters(head, depth);
-        Instruction& instruction = builder_.Emit(exclusive ? Operation::kTest : Operation::kChoice);
-        instruction.first = begins ? &builder_.SetOf(*begins) : nullptr;
-        instruction.rereads = depth != 0;
+        Draft& draft = builder_.Emit(exclusive ? Operation::kTest : Operation::kChoice);
+        draft.first = begins ? &builder_.SetOf(*begins) : nullptr;
+        draft.instruction.rereads = depth != 0;
         EmitAlternatives(head, depth, mayShare, first);
         const std::uint32_t leave = builder_.Here();
-        builder_.Emit(exclusive ? Operation::kJump : Operation::kCommit).rereads = depth != 0;
+        Draft& end = builder_.Emit(Operation::kCommit);
+        end.isJump = exclusive;
+        end.instruction.rereads = depth != 0;
         builder_.At(choice).target = builder_.Here();
         EmitAlternatives(rest, depth, mayShare, first);
         builder_.At(leave).target = builder_.Here();

@@ -1,6 +1,7 @@
 #include "helpers/scripting/Matcher.h"
 
 #include "helpers/scripting/AsciiCase.h"
+#include "helpers/scripting/ShortTexts.h"
 #include "platform/CharacterCase.h"
 
 namespace helpers::scripting {
@@ -27,7 +28,8 @@ bool EqualsInUpperCase(std::wstring_view lexem, const std::wstring& keyword) {
 // Most are written as the keyword is. No zero is in a plain keyword.
 inline bool EqualsKeyword(std::wstring_view lexem, const Keyword& keyword) {
     if (lexem.size() != keyword.text.size()) return false;
-    return (keyword.isPlain && lexem == keyword.text) || EqualsInUpperCase(lexem, keyword.text);
+    return (keyword.isPlain && AreSame(lexem, keyword.text)) ||
+           EqualsInUpperCase(lexem, keyword.text);
 }
 
 }  // namespace
@@ -106,31 +108,46 @@ bool Matcher::Run(const Instruction* at, std::size_t& position) {
     for (;;) {
         switch (at->operation) {
             case Operation::kMark:
-                if (!ReadMark<kRemembers>(*at, place)) break;
+                if (!ReadMark<kRemembers>(*at, place)) [[unlikely]]
+                    break;
                 at = at->next;
+                // What stands between quotes is the commonest of all: that spares looking it up.
+                if (at->operation != Operation::kUntilMark) continue;
+                [[fallthrough]];
+            case Operation::kUntilMark:
+                if (!ReadWord<kRemembers>(*at, EndOfUntil(*at, place), place)) [[unlikely]]
+                    break;
+                at = ReadMarkBehind<kRemembers>(*at, place) ? at->next : &kDeadEnd;
                 continue;
             case Operation::kWord:
-                if (!ReadWord<kRemembers>(*at, EndOfWord(*at, place), place)) break;
+                if (!ReadWord<kRemembers>(*at, EndOfWord(*at, place), place)) [[unlikely]]
+                    break;
                 at = at->next;
                 continue;
             case Operation::kUntil:
-                if (!ReadWord<kRemembers>(*at, EndOfUntil(*at, place), place)) break;
+                if (!ReadWord<kRemembers>(*at, EndOfUntil(*at, place), place)) [[unlikely]]
+                    break;
                 at = at->next;
                 continue;
             case Operation::kWordMark:
-                if (!ReadWord<kRemembers>(*at, EndOfWord(*at, place), place)) break;
-                at = ReadMarkBehind<kRemembers>(*at, place) ? at->next : &kDeadEnd;
-                continue;
-            case Operation::kUntilMark:
-                if (!ReadWord<kRemembers>(*at, EndOfUntil(*at, place), place)) break;
+                if (!ReadWord<kRemembers>(*at, EndOfWord(*at, place), place)) [[unlikely]]
+                    break;
                 at = ReadMarkBehind<kRemembers>(*at, place) ? at->next : &kDeadEnd;
                 continue;
             case Operation::kKeyword:
-                if (!ReadKeyword<kRemembers>(*at, place)) break;
+                if (!ReadKeyword<kRemembers>(*at, place)) [[unlikely]]
+                    break;
                 at = at->next;
                 continue;
             case Operation::kLexem:
-                if (!ReadLexem<kRemembers>(*at, place)) break;
+                if (!ReadLexem<kRemembers>(*at, *at->lexem, nullptr, place)) [[unlikely]]
+                    break;
+                at = at->next;
+                continue;
+            case Operation::kLexemWord:
+                if (!ReadLexem<kRemembers>(*at, *at->keyword->lexem, at->keyword, place))
+                    [[unlikely]]
+                    break;
                 at = at->next;
                 continue;
             case Operation::kCall:
@@ -174,10 +191,9 @@ bool Matcher::Run(const Instruction* at, std::size_t& position) {
                 at = at->next;
                 continue;
             case Operation::kReport:
-                report_(static_cast<int>(at->target));
+                report_(static_cast<int>(at->number));
                 at = at->next;
                 continue;
-            case Operation::kJump:
             case Operation::kFail:
                 break;
             case Operation::kMatched:
@@ -223,7 +239,7 @@ template <bool kRemembers>
 inline bool Matcher::ReadWord(const Instruction& instruction, std::size_t end, Place& place) {
     const std::size_t begin = place.first;
     if (end == kNoPosition) return false;
-    last_ = {begin, end, instruction.kind};
+    last_ = {begin, end, instruction.number};
     if (kRemembers) {
         ++reads_;
     } else if (instruction.store) {
@@ -236,34 +252,36 @@ inline bool Matcher::ReadWord(const Instruction& instruction, std::size_t end, P
 template <bool kRemembers>
 inline bool Matcher::ReadKeyword(const Instruction& instruction, Place& place) {
     const std::size_t begin = place.first;
-    const std::size_t end = scanner_.EndOfWord(*instruction.lexem, begin);
+    const Keyword& keyword = *instruction.keyword;
+    const std::size_t end = scanner_.EndOfWord(*keyword.lexem, begin);
     if (end == kNoPosition) return false;
-    last_ = {begin, end, instruction.kind};
+    last_ = {begin, end, instruction.number};
     if (kRemembers) ++reads_;
     const std::wstring_view lexem(scanner_.Text().data() + begin, end - begin);
-    if (!EqualsKeyword(lexem, *instruction.keyword)) return false;
+    if (!EqualsKeyword(lexem, keyword)) return false;
     if (!kRemembers && instruction.store) Store(instruction, lexem);
     place = {end, scanner_.SkipBlanks(end)};
     return true;
 }
 
 template <bool kRemembers>
-inline bool Matcher::ReadLexem(const Instruction& instruction, Place& place) {
+inline bool Matcher::ReadLexem(const Instruction& instruction, const CompiledLexem& lexem,
+                               const Keyword* keyword, Place& place) {
     if (place.first == scanner_.End()) return false;
     LexemSpan span;
-    if (scanner_.Read(*instruction.lexem, place.first, span) != LexemOutcome::kRead) return false;
-    last_ = {span.begin, span.begin + span.length, instruction.kind};
+    if (scanner_.Read(lexem, place.first, span) != LexemOutcome::kRead) return false;
+    last_ = {span.begin, span.begin + span.length, instruction.number};
     if (kRemembers) ++reads_;
     // One that begins behind its first character may lie behind the text's end.
-    const std::wstring_view lexem = scanner_.Text().substr(span.begin, span.length);
-    if (instruction.keyword != nullptr && !EqualsKeyword(lexem, *instruction.keyword)) return false;
-    if (!kRemembers && instruction.store) Store(instruction, lexem);
+    const std::wstring_view text = scanner_.Text().substr(span.begin, span.length);
+    if (keyword != nullptr && !EqualsKeyword(text, *keyword)) return false;
+    if (!kRemembers && instruction.store) Store(instruction, text);
     place = PlaceAt(span.next);
     return true;
 }
 
 inline void Matcher::Store(const Instruction& instruction, std::wstring_view lexem) {
-    if (instruction.append) {
+    if (instruction.append) [[unlikely]] {
         pieces_.Append(lexem);
     } else {
         pieces_.Add(lexem);
@@ -273,9 +291,9 @@ inline void Matcher::Store(const Instruction& instruction, std::wstring_view lex
 // False when the rule does not match here.
 template <bool kRemembers>
 inline bool Matcher::Call(const Instruction& call, Place place) {
-    if (call.mayLoop && IsOpenHere(call.target, place)) return false;
+    if (call.mayLoop && IsOpenHere(call.number, place)) return false;
     if (call.tail && !call.mayLoop && !kRemembers) return true;
-    frames_.push_back({&call, call.target, reads_, place});
+    frames_.push_back({&call, call.number, reads_, place});
     return true;
 }
 
@@ -343,7 +361,7 @@ void Matcher::Remember(const Frame& frame, std::size_t end) {
 
 // Whether it is known what the call comes to here; where then, is in resumePlace_.
 bool Matcher::Recall(const Instruction& call, Place place) {
-    const auto found = memory_->find({call.target, place.first});
+    const auto found = memory_->find({call.number, place.first});
     if (found == memory_->end()) return false;
     const Remembered& remembered = found->second;
     if (remembered.readLexems) {

@@ -117,7 +117,8 @@ private:
     template <bool kRemembers>
     bool ReadKeyword(const Instruction& instruction, Place& place);
     template <bool kRemembers>
-    bool ReadLexem(const Instruction& instruction, Place& place);
+    bool ReadLexem(const Instruction& instruction, const CompiledLexem& lexem,
+                   const Keyword* keyword, Place& place);
     void Store(const Instruction& instruction, std::wstring_view lexem);
     template <bool kRemembers>
     bool Call(const Instruction& call, Place place);

@@ -43,11 +43,14 @@ struct CompiledLexem {
     std::array<std::uint8_t, 256> quick{};
     static constexpr std::uint8_t kStarts = 1;
     static constexpr std::uint8_t kEnds = 2;
+    static constexpr std::uint8_t kStops = 4;  // an end that is sure to be one
 };
 
+// A lexem that must say a certain word.
 struct Keyword {
     std::wstring text;  // upper case
     bool isPlain;       // all of it ASCII, and no zero
+    const CompiledLexem* lexem;
 };
 
 enum class Operation : std::uint8_t {
@@ -57,48 +60,48 @@ enum class Operation : std::uint8_t {
     kUntil,      // read a lexem that one certain character ends, store it
     kWordMark,   // read a word, store it, and read the mark behind it
     kUntilMark,  // the same for the other shape
-    kLexem,      // read any lexem, compare its keyword, store it
+    kLexem,      // read any lexem, store it
+    kLexemWord,  // the same, if it equals the keyword
     kCall,       // match the rule at `other`
     kReturn,     // a rule has matched
     kTest,       // match if a character of `first` stands here
     kChoice,     // the same; on a failure further on, go on at `other` from here
     kCommit,     // drop the last choice
-    kJump,       // none: is followed while the program is built
     kFail,       // no match here
     kAddEmpty,   // store an empty string
     kCheckJoin,  // report an append without anything to append to
-    kReport,     // report line `target`: a node has the wrong number of children
+    kReport,     // report the line: a node has the wrong number of children
     kMatched,    // the end
 };
 
 constexpr std::uint32_t kNone = 0xFFFFFFFF;
 
 // What matches goes on at `next`. What does not, reads nothing and goes on at `other`, or where
-// there is none, back at the last open choice.
+// there is none, back at the last open choice. Small, since a text is matched by many of them.
 struct Instruction {
     Operation operation = Operation::kFail;
-    bool store = false;
-    bool append = false;
-    bool mayLoop = false;   // a call that can come back here without having read anything
-    bool remember = false;  // a call of a recursive rule: a search remembers what it came to
-    bool tail = false;      // a call with nothing behind it in its rule
-    bool rereads = false;   // a choice whose second alternative begins with what was read before it
-    std::uint32_t target =
-        kNone;                   // the address of `other`, or of a jump's `next`; a line to report
-    std::uint32_t kind = 0;      // of the lexem
-    std::uint32_t markKind = 0;  // of the mark
+    bool store : 1 = false;
+    bool append : 1 = false;
+    bool mayLoop : 1 = false;   // a call that can come back here without having read anything
+    bool remember : 1 = false;  // a call of a recursive rule: a search remembers what it came to
+    bool tail : 1 = false;      // a call with nothing behind it in its rule
+    bool rereads : 1 = false;   // a choice whose second alternative begins with what was read
+                                // before it
     wchar_t mark = 0;
+    std::uint32_t number = 0;    // the lexem's kind; of a call the rule's, of a report the line
+    std::uint32_t markKind = 0;  // of the mark
+    union {
+        const CompiledLexem* lexem = nullptr;
+        const Keyword* keyword;
+        const CharacterSet* first;  // what goes on here may begin with; null for anything
+    };
     const Instruction* next = nullptr;
     const Instruction* other = nullptr;
-    const CompiledLexem* lexem = nullptr;
-    const Keyword* keyword = nullptr;     // null for any lexem
-    const CharacterSet* first = nullptr;  // what goes on here may begin with; null for anything
 };
 
 // Where matching a symbol begins, and the characters that any match of it begins with.
 struct Entry {
     const Instruction* begin = nullptr;  // null for what nothing matches
-    std::uint32_t address = kNone;       // of that instruction
     CharacterSet first;
     // For a lexem that begins with one certain character, and then a keyword: that lexem, its first
     // character, and the upper-case ASCII character that the keyword begins with.
@@ -109,7 +112,7 @@ struct Entry {
     const CompiledLexem* lexem = nullptr;  // the whole of it, when it is a lexem of a certain shape
 };
 
-// Stays where it is: instructions point into its lists.
+// Stays where it is: instructions point into its lists, and entries to instructions.
 struct Program {
     CharacterSets sets;
     CharacterSet blanks;

@@ -30,20 +30,24 @@ void FillQuick(CompiledLexem& lexem) {
     for (std::size_t code = 0; code < lexem.quick.size(); ++code) {
         const auto character = static_cast<wchar_t>(code);
         if (lexem.start.Has(character)) lexem.quick[code] |= CompiledLexem::kStarts;
-        if (code == 0 || lexem.stop.Has(character)) lexem.quick[code] |= CompiledLexem::kEnds;
+        if (code == 0) {
+            lexem.quick[code] |= CompiledLexem::kEnds;
+        } else if (lexem.stop.Has(character)) {
+            lexem.quick[code] |= CompiledLexem::kEnds | CompiledLexem::kStops;
+        }
     }
 }
 
 Operation OperationOf(LexemShape shape, bool hasKeyword) {
     switch (shape) {
         case LexemShape::kMark:
-            return hasKeyword ? Operation::kLexem : Operation::kMark;
+            return hasKeyword ? Operation::kLexemWord : Operation::kMark;
         case LexemShape::kUntil:
-            return hasKeyword ? Operation::kLexem : Operation::kUntil;
+            return hasKeyword ? Operation::kLexemWord : Operation::kUntil;
         case LexemShape::kWord:
             return hasKeyword ? Operation::kKeyword : Operation::kWord;
         default:
-            return Operation::kLexem;
+            return hasKeyword ? Operation::kLexemWord : Operation::kLexem;
     }
 }
 
@@ -101,32 +105,32 @@ const CharacterSet& ProgramBuilder::SetOf(std::wstring characters) {
     return program_.sets.Add(characters);
 }
 
-Instruction& ProgramBuilder::Emit(Operation operation) {
-    Instruction& instruction = program_.code.emplace_back();
-    instruction.operation = operation;
-    return instruction;
+Draft& ProgramBuilder::Emit(Operation operation) {
+    Draft& draft = drafts_.emplace_back();
+    draft.instruction.operation = operation;
+    return draft;
 }
 
 void ProgramBuilder::EmitReport(int line) {
-    Emit(Operation::kReport).target = static_cast<std::uint32_t>(line);
+    Emit(Operation::kReport).instruction.number = static_cast<std::uint32_t>(line);
 }
 
 void ProgramBuilder::EmitLexem(const GrammarNode& node, const Mode& mode) {
     const CompiledLexem& lexem = Lexem(node.id);
-    Instruction& instruction = Emit(OperationOf(lexem.shape, !node.keyword.empty()));
-    instruction.store = mode.store;
-    instruction.append = mode.append != Append::kNo;
-    instruction.lexem = &lexem;
-    instruction.kind = lexem.kind;
-    instruction.markKind = lexem.kind;
-    instruction.mark = lexem.mark;
-    if (!node.keyword.empty()) instruction.keyword = &AddKeyword(node.keyword);
+    Draft& draft = Emit(OperationOf(lexem.shape, !node.keyword.empty()));
+    draft.instruction.store = mode.store;
+    draft.instruction.append = mode.append != Append::kNo;
+    draft.instruction.number = lexem.kind;
+    draft.instruction.markKind = lexem.kind;
+    draft.instruction.mark = lexem.mark;
+    draft.lexem = &lexem;
+    if (!node.keyword.empty()) draft.keyword = &AddKeyword(node.keyword, lexem);
 }
 
 void ProgramBuilder::EmitCall(std::uint32_t rule, const Mode& mode, bool first) {
     const RuleVariant variant{rule, mode};
     calls_.emplace_back(Here(), variant);
-    Instruction& call = Emit(Operation::kCall);
+    Instruction& call = Emit(Operation::kCall).instruction;
     call.mayLoop = first && rule_ != kNone && (rule == rule_ || analysis_.ComesFirst(rule, rule_));
     call.remember = analysis_.IsRecursive(rule);
     if (call.mayLoop) program_.mayLoop = true;
@@ -145,63 +149,111 @@ bool ProgramBuilder::NextVariant(RuleVariant& variant) {
     return true;
 }
 
-void ProgramBuilder::Finish() {
-    for (const auto& [address, variant] : calls_) At(address).target = variants_.at(variant);
+std::vector<const Instruction*> ProgramBuilder::Finish(const std::vector<std::uint32_t>& entries) {
+    for (const auto& [address, variant] : calls_) {
+        At(address).target = At(address).instruction.number = variants_.at(variant);
+    }
     for (std::uint32_t address = 0; address < Here(); ++address) {
-        Instruction& instruction = At(address);
-        const bool leaves = instruction.operation == Operation::kCommit;
-        instruction.next = Follow(leaves ? instruction.target : address + 1);
-        const bool hasOther = !leaves && instruction.operation != Operation::kReport;
-        if (hasOther && instruction.target != kNone) instruction.other = Follow(instruction.target);
+        Draft& draft = At(address);
+        const bool leaves = draft.instruction.operation == Operation::kCommit;
+        draft.next = Follow(leaves ? draft.target : address + 1);
+        if (!leaves && draft.target != kNone) draft.other = Follow(draft.target);
     }
-    for (Instruction& instruction : program_.code) {
-        if (instruction.operation == Operation::kCall) {
-            instruction.tail = instruction.next->operation == Operation::kReturn;
+    for (Draft& draft : drafts_) {
+        if (draft.instruction.operation == Operation::kCall) {
+            draft.instruction.tail = draft.next->instruction.operation == Operation::kReturn;
         }
-        if (instruction.operation == Operation::kTest) MergeTest(instruction);
+        if (draft.instruction.operation == Operation::kTest) MergeTest(draft);
     }
-    for (Instruction& instruction : program_.code) TakeMark(instruction);
+    for (Draft& draft : drafts_) TakeMark(draft);
+    return Write(entries);
 }
 
-// The instruction at the address, behind any jumps; null behind the last one.
-const Instruction* ProgramBuilder::Follow(std::uint32_t address) {
-    if (address == Here()) return nullptr;
-    while (At(address).operation == Operation::kJump) address = At(address).target;
-    return &At(address);
+// The draft at the address, behind any jumps; null behind the last one.
+const Draft* ProgramBuilder::Follow(std::uint32_t address) const {
+    while (address != Here() && drafts_[address].isJump) address = drafts_[address].target;
+    return address != Here() ? &drafts_[address] : nullptr;
 }
 
 // A lexem tests for itself whether it begins here.
-void ProgramBuilder::MergeTest(Instruction& test) {
-    const Instruction& behind = *test.next;
-    const bool isLexem =
-        behind.operation == Operation::kMark || behind.operation == Operation::kWord ||
-        behind.operation == Operation::kKeyword || behind.operation == Operation::kUntil;
+void ProgramBuilder::MergeTest(Draft& test) {
+    const Draft& behind = *test.next;
+    const Operation operation = behind.instruction.operation;
+    const bool isLexem = operation == Operation::kMark || operation == Operation::kWord ||
+                         operation == Operation::kKeyword || operation == Operation::kUntil;
     if (!isLexem) return;
-    const std::wstring& start = grammar_.Lexems().at(behind.kind).start_set;
+    const std::wstring& start = grammar_.Lexems().at(behind.instruction.number).start_set;
     if (SetOf(start).index != test.first->index) return;
-    const Instruction* const other = test.other;
+    const Draft* const other = test.other;
     test = behind;
     test.other = other;
 }
 
 // Makes the lexem and a mark that follows one instruction.
-void ProgramBuilder::TakeMark(Instruction& lexem) {
-    const bool isWord = lexem.operation == Operation::kWord;
-    if (!isWord && lexem.operation != Operation::kUntil) return;
-    const Instruction& mark = *lexem.next;
-    if (mark.operation != Operation::kMark || mark.store || mark.other != nullptr) return;
-    lexem.operation = isWord ? Operation::kWordMark : Operation::kUntilMark;
-    lexem.mark = mark.mark;
-    lexem.markKind = mark.markKind;
+void ProgramBuilder::TakeMark(Draft& lexem) {
+    const bool isWord = lexem.instruction.operation == Operation::kWord;
+    if (!isWord && lexem.instruction.operation != Operation::kUntil) return;
+    const Draft& mark = *lexem.next;
+    if (mark.instruction.operation != Operation::kMark || mark.instruction.store) return;
+    if (mark.other != nullptr) return;
+    lexem.instruction.operation = isWord ? Operation::kWordMark : Operation::kUntilMark;
+    lexem.instruction.mark = mark.instruction.mark;
+    lexem.instruction.markKind = mark.instruction.markKind;
     lexem.next = mark.next;
 }
 
-const Keyword& ProgramBuilder::AddKeyword(std::wstring text) {
+// What can be reached goes into the program, and what follows in a text, next to each other.
+std::vector<const Instruction*> ProgramBuilder::Write(const std::vector<std::uint32_t>& entries) {
+    constexpr std::uint32_t kNowhere = kNone;
+    std::vector<std::uint32_t> places(drafts_.size(), kNowhere);
+    std::vector<const Draft*> written;
+    const auto place = [&](const Draft* draft) -> std::uint32_t& {
+        return places[static_cast<std::size_t>(draft - drafts_.data())];
+    };
+    std::vector<const Draft*> pending;
+    for (const std::uint32_t entry : entries) {
+        pending.push_back(Follow(entry));
+        while (!pending.empty()) {
+            const Draft* draft = pending.back();
+            pending.pop_back();
+            for (; draft != nullptr && place(draft) == kNowhere; draft = draft->next) {
+                place(draft) = static_cast<std::uint32_t>(written.size());
+                written.push_back(draft);
+                if (draft->other != nullptr) pending.push_back(draft->other);
+            }
+        }
+    }
+    program_.code.resize(written.size());
+    const auto instructionOf = [&](const Draft* draft) {
+        return draft != nullptr ? &program_.code[place(draft)] : nullptr;
+    };
+    for (const Draft* draft : written) {
+        Instruction& instruction = *instructionOf(draft);
+        instruction = draft->instruction;
+        instruction.next = instructionOf(draft->next);
+        instruction.other = instructionOf(draft->other);
+        if (draft->keyword != nullptr) {
+            instruction.keyword = draft->keyword;
+        } else if (draft->lexem != nullptr) {
+            instruction.lexem = draft->lexem;
+        } else {
+            instruction.first = draft->first;
+        }
+    }
+    std::vector<const Instruction*> begins;
+    for (const std::uint32_t entry : entries) {
+        begins.push_back(instructionOf(Follow(entry)));
+    }
+    return begins;
+}
+
+const Keyword& ProgramBuilder::AddKeyword(std::wstring text, const CompiledLexem& lexem) {
     platform::ToUpperCase(text.data(), text.find(L'\0') == text.npos ? text.size() : 0);
-    const auto found = std::ranges::find(program_.keywords, text, &Keyword::text);
-    if (found != program_.keywords.end()) return *found;
+    for (const Keyword& keyword : program_.keywords) {
+        if (keyword.text == text && keyword.lexem == &lexem) return keyword;
+    }
     const bool isPlain = std::ranges::all_of(text, [](wchar_t c) { return c != 0 && IsAscii(c); });
-    return program_.keywords.emplace_back(Keyword{std::move(text), isPlain});
+    return program_.keywords.emplace_back(Keyword{std::move(text), isPlain, &lexem});
 }
 
 }  // namespace helpers::scripting

@@ -29,6 +29,18 @@ struct Mode {
 // A rule is laid out once per mode in which it is called.
 using RuleVariant = std::pair<std::uint32_t, Mode>;
 
+// An instruction while the program is being laid out: addresses count drafts.
+struct Draft {
+    Instruction instruction;
+    bool isJump = false;           // none in the end: is followed
+    std::uint32_t target = kNone;  // where to go on instead of what follows
+    const CompiledLexem* lexem = nullptr;
+    const Keyword* keyword = nullptr;
+    const CharacterSet* first = nullptr;
+    const Draft* next = nullptr;
+    const Draft* other = nullptr;
+};
+
 class ProgramBuilder {
 public:
     ProgramBuilder(const Grammar& grammar, std::wstring_view blanks, Program& program);
@@ -44,9 +56,9 @@ public:
     // Of a symbol that is marked as a lexem.
     const CompiledLexem& Lexem(std::uint32_t kind) const { return *program_.Lexem(kind); }
 
-    std::uint32_t Here() const { return static_cast<std::uint32_t>(program_.code.size()); }
-    Instruction& At(std::uint32_t address) { return program_.code[address]; }
-    Instruction& Emit(Operation operation);
+    std::uint32_t Here() const { return static_cast<std::uint32_t>(drafts_.size()); }
+    Draft& At(std::uint32_t address) { return drafts_[address]; }
+    Draft& Emit(Operation operation);
     void EmitReport(int line);
     void EmitLexem(const GrammarNode& node, const Mode& mode);
     // `first`: nothing was read since the rule that is laid out began.
@@ -57,19 +69,22 @@ public:
     void BeginVariant(const RuleVariant& variant);
     // A called variant that is not laid out yet; false when there is none.
     bool NextVariant(RuleVariant& variant);
-    // Once everything is laid out: says where everything leads.
-    void Finish();
+    // Once everything is laid out: makes the program of what can be reached from the addresses, and
+    // answers where in it they are.
+    std::vector<const Instruction*> Finish(const std::vector<std::uint32_t>& entries);
 
 private:
-    const Instruction* Follow(std::uint32_t address);
-    void MergeTest(Instruction& test);
-    static void TakeMark(Instruction& lexem);
-    const Keyword& AddKeyword(std::wstring text);
+    const Draft* Follow(std::uint32_t address) const;
+    void MergeTest(Draft& test);
+    static void TakeMark(Draft& lexem);
+    std::vector<const Instruction*> Write(const std::vector<std::uint32_t>& entries);
+    const Keyword& AddKeyword(std::wstring text, const CompiledLexem& lexem);
 
     const Grammar& grammar_;
     const GrammarAnalysis analysis_;
     const std::wstring blanks_;
     Program& program_;
+    std::vector<Draft> drafts_;
     std::uint32_t rule_ = kNone;
     std::map<RuleVariant, std::uint32_t> variants_;
     std::vector<RuleVariant> pending_;

@@ -28,7 +28,8 @@ public:
     const Value* end() const { return end_; }
 
     void push_back(Value value) {
-        if (end_ == limit_) Grow();
+        if (end_ == limit_) [[unlikely]]
+            Grow();
         *end_++ = value;
     }
     void pop_back() { --end_; }

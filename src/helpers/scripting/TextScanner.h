@@ -57,10 +57,14 @@ public:
     // to the text's end, where a zero stands.
     std::size_t SkipBlanks(std::size_t from) {
         // Most characters are larger than any blank, and most blanks stand alone or in pairs.
-        if (CodeOf(text_[from]) > largestBlank_) return from;
-        if (!IsLowBlank(text_[from])) return SkipSome(from);
-        if (CodeOf(text_[from + 1]) > largestBlank_) return from + 1;
-        if (!IsLowBlank(text_[from + 1])) return SkipSome(from + 1);
+        if (CodeOf(text_[from]) > largestBlank_) [[likely]]
+            return from;
+        if (!IsLowBlank(text_[from])) [[unlikely]]
+            return SkipSome(from);
+        if (CodeOf(text_[from + 1]) > largestBlank_) [[likely]]
+            return from + 1;
+        if (!IsLowBlank(text_[from + 1])) [[unlikely]]
+            return SkipSome(from + 1);
         if (CodeOf(text_[from + 2]) > largestBlank_) return from + 2;
         return SkipSome(from + 2);
     }
@@ -75,19 +79,28 @@ public:
     // Where a lexem ends that begins with the character at `first`, for the two shapes; kNoPosition
     // when it does not begin so, or never ends.
     std::size_t EndOfWord(const CompiledLexem& lexem, std::size_t first) {
-        if (!Begins(lexem, first)) return kNoPosition;
-        const wchar_t* const begin = text_ + first + 1;
-        const std::uint8_t* const quick = lexem.quick.data();
-        const wchar_t* const at = FindShort(begin, [quick](wchar_t character) {
-            return CodeOf(character) >= 256 || (quick[CodeOf(character)] & CompiledLexem::kEnds);
-        });
-        const auto end = static_cast<std::size_t>(at - text_);
-        const bool isFound = at != begin + kShort && *at != 0 && CodeOf(*at) < 256;
-        return isFound ? end : FindBeyond(lexem.stop, first + 1, end);
+        if (!Begins(lexem, first)) [[unlikely]]
+            return kNoPosition;
+        const wchar_t* at = text_ + first + 1;
+        for (const wchar_t* const limit = at + kShort; at != limit; ++at) {
+            const std::uint32_t code = CodeOf(*at);
+            if (code >= 256) [[unlikely]]
+                break;
+            const std::uint8_t quick = lexem.quick[code];
+            if ((quick & CompiledLexem::kEnds) == 0) [[likely]]
+                continue;
+            if (quick & CompiledLexem::kStops) [[likely]] {
+                return static_cast<std::size_t>(at - text_);
+            }
+            break;
+        }
+        return FindBeyond(lexem.stop, first + 1, static_cast<std::size_t>(at - text_));
     }
     std::size_t EndOfUntil(const CompiledLexem& lexem, std::size_t first) {
-        if (!Begins(lexem, first)) return kNoPosition;
-        if (first + kShort >= size_) return FindOnlyBeyond(lexem, first + 1);
+        if (!Begins(lexem, first)) [[unlikely]]
+            return kNoPosition;
+        if (first + kShort >= size_) [[unlikely]]
+            return FindOnlyBeyond(lexem, first + 1);
         const wchar_t* const begin = text_ + first + 1;
         const wchar_t stop = lexem.onlyStop;
         const wchar_t* const at =
@@ -126,7 +139,8 @@ private:
     std::size_t SkipSome(std::size_t from);
     bool Begins(const CompiledLexem& lexem, std::size_t first) const {
         const wchar_t character = text_[first];
-        if (CodeOf(character) >= 256) return lexem.start.Has(character);
+        if (CodeOf(character) >= 256) [[unlikely]]
+            return lexem.start.Has(character);
         return (lexem.quick[CodeOf(character)] & CompiledLexem::kStarts) != 0;
     }
     // The first of kShort characters that is wanted, or the end of them. One of those in the text
