@@ -48,7 +48,7 @@ const std::vector<Content>& Contents() {
         all.push_back({"[SETUP]\nNAME = \"Glow\"\n", {}});
         const auto everything = samples::Everything();
         all.push_back({plain::Write(everything).bytes,
-                       everything.name + L'\\' + everything.category,
+                       std::wstring(everything.name) + L'\\' + std::wstring(everything.category),
                        everything.inputs.size() + everything.numberedInputs.size(), true});
         all.push_back({plain::Write(everything).bytes.substr(0, 300), {}});
         return all;

@@ -29,28 +29,29 @@ constexpr bool TakesTwoUnits(std::uint32_t character) {
 }
 
 // Joins pairs of surrogates in place; one without a partner stays.
-void JoinSurrogates(std::wstring& text) {
+void JoinSurrogates(WideText& text) {
+    wchar_t* const characters = text.data();
     std::size_t end = 0;
     for (std::size_t i = 0; i < text.size(); ++i) {
-        auto character = static_cast<std::uint32_t>(text[i]);
+        auto character = static_cast<std::uint32_t>(characters[i]);
         if (IsHighSurrogate(character) && i + 1 < text.size()) {
-            const auto next = static_cast<std::uint32_t>(text[i + 1]);
+            const auto next = static_cast<std::uint32_t>(characters[i + 1]);
             if (IsLowSurrogate(next)) {
                 character = 0x10000 + ((character & 0x3FF) << 10) + (next & 0x3FF);
                 ++i;
             }
         }
-        text[end++] = static_cast<wchar_t>(character);
+        characters[end++] = static_cast<wchar_t>(character);
     }
-    text.resize(end);
+    text.CutTo(end);
 }
 
-// Fills `text` from 16-bit units.
-void Widen(const char* units, std::uint64_t count, std::wstring& text) {
-    text.resize(count);
+// A text of 16-bit units.
+WideText Widened(const char* units, std::uint64_t count) {
+    WideText text = WideText::OfSize(count);
     if constexpr (kWideIsUnit) {
         if (count > 0) std::memcpy(text.data(), units, count * kUnitBytes);
-        return;
+        return text;
     }
     wchar_t* to = text.data();
     std::uint32_t surrogates = 0;
@@ -60,6 +61,7 @@ void Widen(const char* units, std::uint64_t count, std::wstring& text) {
         to[i] = static_cast<wchar_t>(unit);
     }
     if (surrogates != 0) JoinSurrogates(text);
+    return text;
 }
 
 // The number of 16-bit units that the text takes.
@@ -113,20 +115,27 @@ void ArchiveByteReader::Flag(bool& value) {
     value = *Take(1) != 0;
 }
 
-void ArchiveByteReader::Text(std::wstring& text) {
+void ArchiveByteReader::Text(WideText& text) {
     std::uint64_t count;
     const char* units = TakeUnits(count);
-    Widen(units, count, text);
+    text = Widened(units, count);
+}
+
+void ArchiveByteReader::Text(NumberText& text) {
+    WideText wide;
+    Text(wide);
+    text = NumberText(wide);
 }
 
 void ArchiveByteReader::Name(UpperName& name) {
-    Text(scratch_);
-    name = UpperName::Verbatim(scratch_);
+    WideText text;
+    Text(text);
+    name = UpperName::Verbatim(std::move(text));
 }
 
-void ArchiveByteReader::NameText(std::wstring& text) {
+void ArchiveByteReader::NameText(WideText& text) {
     Text(text);
-    text.resize(std::min(text.find(L'\0'), text.size()));
+    text.CutTo(std::min(std::wstring_view(text).find(L'\0'), text.size()));
 }
 
 std::uint64_t ArchiveByteReader::Count(std::uint64_t elementBytes, std::uint64_t promised) {

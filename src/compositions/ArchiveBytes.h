@@ -15,6 +15,7 @@
 
 #include "compositions/ArchiveException.h"
 #include "compositions/UpperName.h"
+#include "compositions/WideText.h"
 
 namespace compositions {
 
@@ -47,11 +48,12 @@ public:
     void Number(std::uint32_t& value) { Copy(&value, sizeof value); }
     void Number(std::int32_t& value) { Copy(&value, sizeof value); }
     void Flag(bool& value);
-    void Text(std::wstring& text);
+    void Text(WideText& text);
+    void Text(NumberText& text);
     // Cut at its first zero character; the case stays.
     void Name(UpperName& name);
     // A name that is kept as a text.
-    void NameText(std::wstring& text);
+    void NameText(WideText& text);
 
     // Reads a number of elements of at least `elementBytes` each, beside `promised` further ones of
     // the same kind that earlier counts spoke of and that are still to come.
@@ -94,7 +96,6 @@ private:
     std::string_view bytes_;
     std::vector<std::uint64_t>* fields_;
     std::size_t position_ = 0;
-    std::wstring scratch_;
 };
 
 // Appends to a string. Throws std::bad_alloc alone.

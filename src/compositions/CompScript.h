@@ -39,8 +39,8 @@ public:
     CompositionScript(const CompositionScript&) = delete;
     CompositionScript& operator=(const CompositionScript&) = delete;
 
-    std::wstring GetName() const override { return description_.name; }
-    std::wstring GetCategory() const override { return description_.category; }
+    std::wstring GetName() const override { return std::wstring(description_.name); }
+    std::wstring GetCategory() const override { return std::wstring(description_.category); }
     bool IsFilter() const override { return description_.isFilter; }
     std::int32_t GetSpeed() const override { return description_.speed; }
     bool GetSwap() const override { return description_.swap; }

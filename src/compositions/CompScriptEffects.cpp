@@ -7,14 +7,13 @@ using namespace std::string_view_literals;
 
 std::int32_t ReadEffects(ScriptCursor& cursor, CompositionDescription& description) {
     if (!cursor.FindHeader(Section::kEffects, R36)) return status::kNoEffects;
-    description.mixes.reserve(kRoom<UpperName>);  // STRUCTURE may add some
+    description.mixes.reserve(kFewStatements);  // STRUCTURE may add some
     Pieces& pieces = cursor.Scratch();
     while (cursor.Match(R37, pieces)) {
         if (IsKeyword(pieces[1], L"MIX"sv)) {  // written as a word or as a string
             description.mixes.emplace_back(pieces[0]);
         } else {
-            description.effectInstances.insert_or_assign(UpperName(pieces[0]),
-                                                         std::wstring(pieces[1]));
+            description.effectInstances.insert_or_assign(UpperName(pieces[0]), WideText(pieces[1]));
         }
         cursor.Taken();
     }

@@ -52,8 +52,8 @@ std::size_t ReadKeys(const Pieces& pieces, std::vector<EnvelopeKey>& keys) {
             }
             next += 2;  // written behind another kind, they mean nothing
         }
-        keys.push_back({std::wstring(time), std::wstring(value), std::move(kind),
-                        std::wstring(parameters[0]), std::wstring(parameters[1])});
+        keys.push_back({NumberText(time), NumberText(value), std::move(kind),
+                        NumberText(parameters[0]), NumberText(parameters[1])});
     }
     return 0;
 }

@@ -18,7 +18,7 @@ public:
 
     bool Append(Mapping&& mapping) {
         if (Contains(mapping)) return false;
-        if (mappings_.empty()) mappings_.reserve(kRoom<Mapping>);
+        if (mappings_.empty()) mappings_.reserve(kFewStatements);
         mappings_.push_back(std::move(mapping));
         return true;
     }
@@ -60,7 +60,7 @@ std::int32_t TakeTargets(ScriptCursor& cursor, CompositionDescription& descripti
             return cursor.Refused(status::kUnknownInstance, targets[next - 2]);
         }
         if (!mappings.Append({source.property, source.access, std::move(instance),
-                              std::wstring(targets[next - 1])})) {
+                              WideText(targets[next - 1])})) {
             return cursor.Refused(status::kDefinedTwice, targets[next - 1]);
         }
     }

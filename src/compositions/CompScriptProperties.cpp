@@ -21,9 +21,9 @@ std::int32_t ReadProperties(ScriptCursor& cursor, CompositionDescription& descri
             if (word == AccessWord::kRefused) return cursor.Refused(access.Status(), pieces[next]);
             if (word == AccessWord::kNotAnAccessWord) break;
         }
-        if (description.properties.empty()) description.properties.reserve(kRoom<PropertyRecord>);
+        if (description.properties.empty()) description.properties.reserve(kFewStatements);
         const auto textAt = [&](std::size_t i) {
-            return i < pieces.size() ? std::wstring(pieces[i]) : std::wstring();
+            return i < pieces.size() ? WideText(pieces[i]) : WideText();
         };
         description.properties.push_back({access.Value(), textAt(next), textAt(next + 1)});
         cursor.Taken();

@@ -4,7 +4,6 @@
 // until none matches, fills its containers and returns its own status; what it took before a
 // failure stays.
 
-#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 
@@ -13,12 +12,9 @@
 
 namespace compositions {
 
-// Lists are searched without an index up to as many elements: most scripts need no more.
+// Lists are searched without an index up to as many elements, and start with room for them: most
+// scripts need no more.
 inline constexpr std::size_t kFewStatements = 8;
-// How many a list starts with room for: so many, or what fits into a kilobyte, which is allocated
-// in no time.
-template <class Record>
-inline constexpr std::size_t kRoom = std::min(kFewStatements, 1024 / sizeof(Record));
 
 std::int32_t ReadSetup(ScriptCursor& cursor, CompositionDescription& description);
 std::int32_t ReadSources(ScriptCursor& cursor, CompositionDescription& description);

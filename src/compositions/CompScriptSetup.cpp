@@ -16,7 +16,7 @@ constexpr std::size_t kTraceBuffer = 1024;  // its terminator included
 // The line ends where its buffer does, and each text at its first zero.
 void TraceTitle(const CompositionDescription& description) {
     if (!helpers::TraceMessage::IsHeard()) return;
-    const auto narrow = [](const std::wstring& text) {
+    const auto narrow = [](const WideText& text) {
         return platform::ToNarrow(std::wstring_view(text.c_str()).substr(0, kTraceBuffer),
                                   platform::CodePage::kAnsi);
     };
@@ -68,9 +68,8 @@ void ReadRegistryValue(ScriptCursor& cursor, const Pieces& pieces,
         (pieces.size() == 4 || pieces.size() == 5) && IsKeyword(pieces[1], L"REGS"sv);
     if (!isTaken) return cursor.Skipped();
     description.registryValues.insert_or_assign(
-        UpperName(pieces[0]),
-        RegistryValue{std::wstring(pieces[2]), std::wstring(pieces[3]),
-                      pieces.size() == 5 ? std::wstring(pieces[4]) : std::wstring()});
+        UpperName(pieces[0]), RegistryValue{WideText(pieces[2]), WideText(pieces[3]),
+                                            pieces.size() == 5 ? WideText(pieces[4]) : WideText()});
     cursor.Taken();
 }
 

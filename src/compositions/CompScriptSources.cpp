@@ -13,12 +13,12 @@ MediaSource MakeMediaSource(MediaKind kind, const Pieces& pieces, const Registry
     // A path of one part stays as written and is never a registry value; the parts of a longer one
     // are upper-cased and looked up. Scripts rely on both.
     if (pieces.size() < 3) {
-        source.items.push_back({false, std::wstring(pieces[1])});
+        source.items.push_back({false, WideText(pieces[1])});
         return source;
     }
     source.items.reserve(pieces.size() - 1);
     for (std::size_t i = 1; i < pieces.size(); ++i) {
-        std::wstring text = UpperText(pieces[i]);
+        WideText text = UpperText(pieces[i]);
         const bool isValue = !values.empty() && values.contains(UpperName::Verbatim(text));
         source.items.push_back({isValue, std::move(text)});
     }

@@ -26,7 +26,7 @@ public:
         for (std::size_t i = 0; i < mappings.size(); ++i) {
             upperProperties_.push_back(UpperText(mappings[i].targetProperty));
             const UpperName& instance = mappings[i].instance;
-            const std::wstring& property = upperProperties_[i];
+            const WideText& property = upperProperties_[i];
             index_.Insert(HashOfTarget(instance, property), i,
                           [&](std::size_t other) { return IsAt(other, instance, property); });
         }
@@ -46,12 +46,12 @@ public:
     }
 
 private:
-    bool IsAt(std::size_t i, const UpperName& instance, const std::wstring& property) const {
+    bool IsAt(std::size_t i, const UpperName& instance, const WideText& property) const {
         return mappings_[i].instance == instance && upperProperties_[i] == property;
     }
 
     const Mappings& mappings_;
-    std::vector<std::wstring> upperProperties_;
+    std::vector<WideText> upperProperties_;
     HashIndex index_;
 };
 
@@ -99,7 +99,7 @@ private:
             }
         }
         TimelineEvents& events = description_.timelineEvents;
-        if (events.empty()) events.reserve(std::max(targets_.size(), kRoom<TimelineEvent>));
+        if (events.empty()) events.reserve(std::max(targets_.size(), kFewStatements));
         for (TimelineTarget& target : targets_) {
             events.push_back({std::move(target.instance), std::move(target.property), envelope});
         }
@@ -109,10 +109,10 @@ private:
 
     void AddEntries(std::wstring_view value, TimelineValueKind kind) {
         TimelineEntries& entries = description_.timelineEntries;
-        if (entries.empty()) entries.reserve(std::max(targets_.size(), kRoom<TimelineEntry>));
+        if (entries.empty()) entries.reserve(std::max(targets_.size(), kFewStatements));
         for (TimelineTarget& target : targets_) {
-            entries.push_back({std::move(target.instance), std::move(target.property),
-                               std::wstring(value), kind});
+            entries.push_back(
+                {std::move(target.instance), std::move(target.property), WideText(value), kind});
         }
         cursor_.Taken();
     }

@@ -4,10 +4,10 @@
 // is read into and what an archive saves and loads.
 
 #include <cstdint>
-#include <string>
 
 #include "compositions/Description.h"
 #include "compositions/StructureNode.h"
+#include "compositions/WideText.h"
 
 namespace compositions {
 
@@ -22,8 +22,8 @@ struct CompositionDescription {
     TimelineEntries timelineEntries;
     TimelineEvents timelineEvents;
     StructureNode structure;
-    std::wstring name;
-    std::wstring category;
+    WideText name;
+    WideText category;
     NumberedInputs numberedInputs;
     RegistryValues registryValues;
     bool isFilter = false;

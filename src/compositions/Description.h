@@ -6,10 +6,10 @@
 #include <compare>
 #include <cstdint>
 #include <map>
-#include <string>
 #include <vector>
 
 #include "compositions/UpperName.h"
+#include "compositions/WideText.h"
 
 namespace compositions {
 
@@ -17,7 +17,7 @@ enum MediaKind : std::uint32_t { kBitmap = 0, kMovie = 1 };
 
 struct MediaItem {
     bool isRegistryValue = false;  // the text names a registry value
-    std::wstring text;
+    WideText text;
 
     bool operator==(const MediaItem&) const = default;
 };
@@ -34,7 +34,7 @@ struct Mapping {
     UpperName property;
     std::uint32_t access = 0;
     UpperName instance;
-    std::wstring targetProperty;
+    WideText targetProperty;
 
     // The access flags take no part.
     bool operator==(const Mapping& other) const {
@@ -45,24 +45,24 @@ struct Mapping {
 
 struct PropertyRecord {
     std::uint32_t access = 0;
-    std::wstring name;
-    std::wstring value;  // unparsed; a quoted text keeps its quotes
+    WideText name;
+    WideText value;  // unparsed; a quoted text keeps its quotes
 
     bool operator==(const PropertyRecord&) const = default;
 };
 
 struct EnvelopeKey {
-    std::wstring time;
-    std::wstring value;
+    NumberText time;
+    NumberText value;
     UpperName kind;
-    std::wstring firstParameter;
-    std::wstring secondParameter;
+    NumberText firstParameter;
+    NumberText secondParameter;
 
     bool operator==(const EnvelopeKey&) const = default;
 };
 
 struct Envelope {
-    std::wstring count;  // the number in braces behind the name, as written
+    NumberText count;  // the number in braces behind the name, as written
     std::vector<EnvelopeKey> keys;
 
     bool operator==(const Envelope&) const = default;
@@ -72,8 +72,8 @@ enum TimelineValueKind : std::uint32_t { kNumber = 0, kString = 1, kVariable = 2
 
 struct TimelineEntry {
     UpperName instance;
-    std::wstring property;  // upper case
-    std::wstring value;
+    WideText property;  // upper case
+    WideText value;
     std::uint32_t kind = kNumber;  // TimelineValueKind
 
     bool operator==(const TimelineEntry&) const = default;
@@ -81,22 +81,22 @@ struct TimelineEntry {
 
 struct TimelineEvent {
     UpperName instance;
-    std::wstring property;  // upper case
+    WideText property;  // upper case
     UpperName envelope;
 
     bool operator==(const TimelineEvent&) const = default;
 };
 
 struct RegistryValue {
-    std::wstring first;
-    std::wstring second;
-    std::wstring third;  // empty when not written
+    WideText first;
+    WideText second;
+    WideText third;  // empty when not written
 
     bool operator==(const RegistryValue&) const = default;
 };
 
 using Names = std::vector<UpperName>;
-using EffectInstances = std::map<UpperName, std::wstring>;
+using EffectInstances = std::map<UpperName, WideText>;
 using MediaSources = std::map<UpperName, MediaSource>;
 using Mappings = std::vector<Mapping>;
 using Properties = std::vector<PropertyRecord>;

@@ -32,12 +32,14 @@ public:
     // pieces.
     bool Match(std::uint32_t rule, Pieces& pieces) {
         begin_ = script_.Position();
-        if (report_) return ReportedMatch(rule, pieces);
+        if (report_) [[unlikely]]
+            return ReportedMatch(rule, pieces);
         return script_.get_expression(rule, pieces);
     }
     // The same for a further part of the statement that was matched last.
     bool MatchMore(std::uint32_t rule, Pieces& pieces) {
-        if (report_) return ReportedMatchMore(rule, pieces);
+        if (report_) [[unlikely]]
+            return ReportedMatchMore(rule, pieces);
         return script_.get_expression(rule, pieces);
     }
 
@@ -55,24 +57,32 @@ public:
 
     // What became of the statement that was matched last. Refused returns the status given.
     void Taken() {
-        if (report_) report_->OnStatement(StatementOutcome::kTaken);
+        if (report_) [[unlikely]]
+            report_->OnStatement(StatementOutcome::kTaken);
     }
     void Skipped() {
-        if (report_) report_->OnStatement(StatementOutcome::kSkipped);
+        if (report_) [[unlikely]]
+            report_->OnStatement(StatementOutcome::kSkipped);
     }
     std::int32_t Refused(std::int32_t status, std::wstring_view culprit = {}) {
-        if (report_) report_->OnRefusal(culprit);
+        if (report_) [[unlikely]]
+            report_->OnRefusal(culprit);
         return status;
     }
 
     // The section is over with this status, which is returned.
     std::int32_t End(std::int32_t status) {
-        if (report_) report_->OnSectionEnd(status);
+        if (report_) [[unlikely]]
+            report_->OnSectionEnd(status);
         return status;
     }
 
 private:
-    bool WantsEveryRule() const { return report_ && report_->WantsExpected(); }
+    bool WantsEveryRule() const {
+        if (report_) [[unlikely]]
+            return report_->WantsExpected();
+        return false;
+    }
     bool ReportedMatch(std::uint32_t rule, Pieces& pieces);
     bool ReportedMatchMore(std::uint32_t rule, Pieces& pieces);
 

@@ -1,27 +1,59 @@
 #include "compositions/UpperName.h"
 
 #include <algorithm>
+#include <array>
 #include <cstdint>
+#include <cstring>
 #include <utility>
 
+#include "helpers/scripting/AsciiCase.h"
+#include "helpers/scripting/ShortTexts.h"
 #include "platform/CharacterCase.h"
 
 namespace compositions {
 namespace {
 
-wchar_t UpperAscii(wchar_t character) {
-    const bool isLower = character >= L'a' && character <= L'z';
-    return isLower ? static_cast<wchar_t>(character - (L'a' - L'A')) : character;
+using helpers::scripting::UpperAscii;
+
+// What is combined of ASCII characters, zeros apart, has none of these bits.
+constexpr auto kNotPlain = static_cast<wchar_t>(~0x7F);
+
+wchar_t Combined(wchar_t character) {
+    return static_cast<wchar_t>(character | (character - 1));
 }
 
-// Writes the upper-case form of the ASCII characters; answers whether there were only those.
-bool CopyUpperAscii(std::wstring_view from, wchar_t* to) {
-    wchar_t seen = 0;
-    for (std::size_t i = 0; i < from.size(); ++i) {
-        seen |= from[i];
-        to[i] = UpperAscii(from[i]);
+// Characters that are upper-cased in one go.
+using Block = std::array<wchar_t, 16 / sizeof(wchar_t)>;
+
+void CopyUpperBlock(const wchar_t* from, wchar_t* to, Block& seen) {
+    Block block;
+    std::memcpy(block.data(), from, sizeof block);
+    for (std::size_t i = 0; i < block.size(); ++i) {
+        seen[i] |= Combined(block[i]);
+        block[i] = UpperAscii(block[i]);
     }
-    return (seen & ~0x7F) == 0;
+    std::memcpy(to, block.data(), sizeof block);
+}
+
+// Writes the upper-case form of the ASCII characters. True when there were only those, and no zero.
+inline bool CopyUpperAscii(std::wstring_view from, wchar_t* to) {
+    const std::size_t size = from.size();
+    wchar_t seen = 0;
+    if (size < Block().size()) {
+        for (std::size_t i = 0; i < size; ++i) {
+            seen |= Combined(from[i]);
+            to[i] = UpperAscii(from[i]);
+        }
+    } else {
+        Block seenInBlocks{};
+        const std::size_t last = size - seenInBlocks.size();  // goes over some of the block before
+        for (std::size_t at = 0; at < last; at += seenInBlocks.size()) {
+            CopyUpperBlock(from.data() + at, to + at, seenInBlocks);
+        }
+        CopyUpperBlock(from.data() + last, to + last, seenInBlocks);
+        for (const wchar_t combined : seenInBlocks) seen |= combined;
+    }
+    return (seen & kNotPlain) == 0;
 }
 
 // A number that is ordered as the character's 16-bit code units are.
@@ -40,45 +72,17 @@ std::wstring_view UpToZero(std::wstring_view text) {
 
 }  // namespace
 
-wchar_t* UpperName::MakeBuffer(std::size_t length) {
-    if (length >= kShort) buffer_.allocated = new wchar_t[length + 1];
-    capacity_ = length + 1;
-    wchar_t* buffer = IsLong() ? buffer_.allocated : buffer_.inPlace;
-    buffer[length] = L'\0';
-    return buffer;
+UpperName::UpperName(std::wstring_view token) : text_(WideText::OfSize(token.size())) {
+    if (CopyUpperAscii(token, text_.data())) [[likely]]
+        return;
+    text_.CutTo(UpToZero(token).size());
+    if (!text_.empty()) platform::ToUpperCase(text_.data(), text_.size());
 }
 
-UpperName::UpperName(std::wstring_view token) {
-    if (token.size() >= kShort) token = UpToZero(token);
-    if (token.empty()) return;
-    wchar_t* to = MakeBuffer(token.size());
-    wchar_t seen = 0;
-    for (const wchar_t character : token) {
-        if (character == 0) {  // of a short one, which stays in place
-            const auto length = static_cast<std::size_t>(to - buffer_.inPlace);
-            *to = L'\0';
-            capacity_ = length == 0 ? 0 : length + 1;
-            break;
-        }
-        seen |= character;
-        *to++ = UpperAscii(character);
-    }
-    if ((seen & ~0x7F) != 0) platform::ToUpperCase(to - Length(), Length());
-}
-
-UpperName::UpperName(const UpperName& other) {
-    if (other.capacity_ != 0) std::ranges::copy(other.View(), MakeBuffer(other.Length()));
-}
-
-UpperName& UpperName::operator=(const UpperName& other) {
-    if (this != &other) *this = UpperName(other);
-    return *this;
-}
-
-UpperName UpperName::Verbatim(std::wstring_view characters) {
-    characters = UpToZero(characters);
+UpperName UpperName::Verbatim(WideText characters) {
+    characters.CutTo(UpToZero(characters).size());
     UpperName name;
-    if (!characters.empty()) std::ranges::copy(characters, name.MakeBuffer(characters.size()));
+    name.text_ = std::move(characters);
     return name;
 }
 
@@ -88,12 +92,12 @@ std::strong_ordering UpperName::CompareUnits(wchar_t left, wchar_t right) {
     return std::is_neq(order) ? order : left <=> right;  // half a pair and a whole one begin alike
 }
 
-std::wstring UpperText(std::wstring_view text) {
-    std::wstring upper(text.size(), L'\0');
+WideText UpperText(std::wstring_view text) {
+    WideText upper = WideText::OfSize(text.size());
     if (!CopyUpperAscii(text, upper.data())) {
         // The platform stops at a zero: one call per run between zeros.
-        for (std::size_t begin = 0; begin < upper.size();) {
-            const std::size_t end = std::min(upper.find(L'\0', begin), upper.size());
+        for (std::size_t begin = 0; begin < text.size();) {
+            const std::size_t end = std::min(text.find(L'\0', begin), text.size());
             if (end > begin) platform::ToUpperCase(upper.data() + begin, end - begin);
             begin = end + 1;
         }
@@ -102,14 +106,10 @@ std::wstring UpperText(std::wstring_view text) {
 }
 
 bool IsWholeKeyword(std::wstring_view token, std::wstring_view keyword) {
-    if (token == keyword) return true;  // as most are written
+    if (helpers::scripting::AreSame(token, keyword)) return true;  // as most are written
     if (token.size() < keyword.size()) return false;
     if (token.size() > keyword.size() && token[keyword.size()] != L'\0') return false;
-    return std::ranges::equal(
-        token.substr(0, keyword.size()), keyword, [](wchar_t character, wchar_t expected) {
-            const bool isLower = character >= L'a' && character <= L'z';
-            return (isLower ? character - (L'a' - L'A') : character) == expected;
-        });
+    return std::ranges::equal(token.substr(0, keyword.size()), keyword, {}, UpperAscii);
 }
 
 }  // namespace compositions

@@ -8,9 +8,9 @@
 #include <compare>
 #include <cstddef>
 #include <cstdint>
-#include <string>
 #include <string_view>
-#include <utility>
+
+#include "compositions/WideText.h"
 
 namespace compositions {
 
@@ -20,38 +20,23 @@ public:
     // Copies the token up to its first zero and upper-cases the copy (current locale on Windows,
     // ASCII elsewhere).
     explicit UpperName(std::wstring_view token);
-    UpperName(const UpperName& other);
-    UpperName(UpperName&& other) noexcept
-        : capacity_(std::exchange(other.capacity_, 0)), buffer_(other.buffer_) {}
-    UpperName& operator=(const UpperName& other);
-    UpperName& operator=(UpperName&& other) noexcept {
-        std::swap(capacity_, other.capacity_);
-        std::swap(buffer_, other.buffer_);
-        return *this;
-    }
-    ~UpperName() {
-        if (IsLong()) delete[] buffer_.allocated;
-    }
 
-    // Copies the characters as they stand, without upper-casing, up to the first zero.
-    static UpperName Verbatim(std::wstring_view characters);
+    // Takes the characters as they stand, without upper-casing, up to the first zero.
+    static UpperName Verbatim(WideText characters);
 
     // Zero-terminated; null for an empty name.
-    const wchar_t* Data() const {
-        if (capacity_ == 0) return nullptr;
-        return IsLong() ? buffer_.allocated : buffer_.inPlace;
-    }
+    const wchar_t* Data() const { return text_.empty() ? nullptr : text_.data(); }
     // Characters of the buffer, its terminator included; 0 without a buffer.
-    std::size_t Capacity() const { return capacity_; }
-    std::size_t Length() const { return capacity_ == 0 ? 0 : capacity_ - 1; }
-    std::wstring_view View() const { return {Data(), Length()}; }
+    std::size_t Capacity() const { return text_.empty() ? 0 : text_.size() + 1; }
+    std::size_t Length() const { return text_.size(); }
+    std::wstring_view View() const { return text_; }
 
-    bool operator==(const UpperName& other) const { return View() == other.View(); }
+    bool operator==(const UpperName& other) const { return text_ == other.text_; }
     // A name without a buffer equals no keyword, not even an empty one.
-    bool operator==(std::wstring_view keyword) const { return capacity_ != 0 && View() == keyword; }
+    bool operator==(std::wstring_view keyword) const { return !text_.empty() && text_ == keyword; }
     std::strong_ordering operator<=>(const UpperName& other) const {
-        const wchar_t* mine = Text();
-        const wchar_t* its = other.Text();
+        const wchar_t* mine = text_.data();
+        const wchar_t* its = other.text_.data();
         while (*mine == *its && *mine != 0) {
             ++mine;
             ++its;
@@ -61,26 +46,16 @@ public:
     }
 
 private:
-    static constexpr std::size_t kShort = 56 / sizeof(wchar_t);  // characters, with the terminator
-    union Buffer {
-        wchar_t* allocated = nullptr;
-        wchar_t inPlace[kShort];
-    };
-
-    bool IsLong() const { return capacity_ > kShort; }
-    const wchar_t* Text() const { return capacity_ == 0 ? L"" : Data(); }
     static bool IsBelowSurrogates(wchar_t character) {
         return static_cast<std::uint32_t>(character) < 0xD800;
     }
     static std::strong_ordering CompareUnits(wchar_t left, wchar_t right);
-    wchar_t* MakeBuffer(std::size_t length);
 
-    std::size_t capacity_ = 0;
-    Buffer buffer_{};  // allocated when the capacity is larger than a buffer in place
+    WideText text_;
 };
 
 // The whole text in upper case, by the same rules; zero characters stay.
-std::wstring UpperText(std::wstring_view text);
+WideText UpperText(std::wstring_view text);
 
 // Whether an UpperName made of the token would equal the keyword. The keyword is upper-case ASCII
 // and begins with a letter.

@@ -138,7 +138,7 @@ TEST(ScriptArchive, CharactersBeyondSixteenBitsAreTwoUnitsInTheFile) {
 
 TEST(ScriptArchive, LoneSurrogatesComeBackAsTheyAre) {
     CompositionDescription description;
-    description.name = {wchar_t(0xDC00), wchar_t(0xD800), L'x', wchar_t(0xD83D)};
+    description.name = std::wstring{wchar_t(0xDC00), wchar_t(0xD800), L'x', wchar_t(0xD83D)};
     EXPECT_EQ(Load(Saved(description)).description.name, description.name);
 }
 

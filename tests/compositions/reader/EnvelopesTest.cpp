@@ -26,8 +26,12 @@ std::vector<std::wstring> Keys(const char* statement) {
     std::vector<std::wstring> keys;
     if (script->GetEnvelopes().empty()) return keys;
     for (const auto& key : script->GetEnvelopes().begin()->second.keys) {
-        keys.push_back(key.time + L" " + key.value + L" " + std::wstring(key.kind.View()) + L" " +
-                       key.firstParameter + L" " + key.secondParameter);
+        std::wstring& text = keys.emplace_back();
+        for (const std::wstring_view part :
+             {std::wstring_view(key.time), std::wstring_view(key.value), key.kind.View(),
+              std::wstring_view(key.firstParameter), std::wstring_view(key.secondParameter)}) {
+            text.append(text.empty() ? L"" : L" ").append(part);
+        }
     }
     return keys;
 }

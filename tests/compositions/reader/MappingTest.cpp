@@ -25,7 +25,7 @@ MappingsResult MappingsOf(const char* statements) {
     for (const Mapping& mapping : script->GetMappings()) {
         result.mappings.push_back(
             std::wstring(mapping.property.View()) + L" " + std::to_wstring(mapping.access) + L" " +
-            std::wstring(mapping.instance.View()) + L"." + mapping.targetProperty);
+            std::wstring(mapping.instance.View()) + L"." + std::wstring(mapping.targetProperty));
     }
     return result;
 }

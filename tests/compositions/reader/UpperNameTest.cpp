@@ -115,6 +115,27 @@ TEST(UpperName, NamesOfAnyLengthTakeEachOthersPlace) {
     }
 }
 
+// Characters are upper-cased several at a time.
+TEST(UpperName, IsTheSameWhereverItsCharactersStand) {
+    constexpr std::wstring_view kOdd = L"\0@[`{az\x7F\x80\xE9\xFFE9"sv;
+    for (std::size_t length = 1; length < 40; ++length) {
+        for (std::size_t at = 0; at < length; ++at) {
+            for (const wchar_t odd : kOdd) {
+                std::wstring token(length, L'm');
+                std::wstring upper(length, L'M');
+                const bool isLower = odd >= L'a' && odd <= L'z';
+                token[at] = odd;
+                upper[at] = static_cast<wchar_t>(isLower ? odd - 32 : odd);
+                ASSERT_EQ(UpperText(token), upper)
+                    << length << ' ' << at << ' ' << static_cast<unsigned>(odd);
+                if (odd == 0) upper.resize(at);
+                ASSERT_EQ(UpperName(token).View(), upper)
+                    << length << ' ' << at << ' ' << static_cast<unsigned>(odd);
+            }
+        }
+    }
+}
+
 TEST(UpperText, KeepsZerosAndUpperCasesBehindThem) {
     EXPECT_EQ(UpperText(L"a\0b"sv), L"A\0B"sv);
     EXPECT_EQ(UpperText(L"a\xFFE9\0b\0\0c\xFFE9"sv), L"A\xFFE9\0B\0\0C\xFFE9"sv);

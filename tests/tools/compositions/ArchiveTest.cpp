@@ -140,7 +140,7 @@ TEST(ArchiveVerify, NamesTheFirstBadByteOfDamagedArchives) {
 TEST(ArchiveVerify, WhatNoScriptGivesIsAFindingAndWhatOthersMayWriteANote) {
     const ScratchFolder scratch;
     compositions::CompositionDescription d = ReadDescription(kScript);
-    d.category.clear();
+    d.category = L"";
     d.isFilter = true;
     const Json found =
         RunForJson({"archive", "verify", WriteArchiveOf(scratch, "a", d)}, 1)["findings"];

@@ -174,7 +174,7 @@ TEST(Extraction, WhatNoScriptCanDeclareIsNamed) {
     d.inputs.push_back(Name(L"\x4E2D"));
     EXPECT_THAT(GapsOf(d), HasSubstr("U+4E2D is no character of scripts"));
     d = Plain();
-    d.name.clear();
+    d.name = L"";
     EXPECT_EQ(Listed(ScriptOf(d).gaps), "the name: it is empty, and a script needs one\n");
     d = Plain();
     d.isFilter = true;

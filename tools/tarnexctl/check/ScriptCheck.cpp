@@ -83,7 +83,8 @@ void CheckCommentedHeaders(const Subject& subject, Diagnostics& diagnostics) {
 
 void FillTitle(const Subject& subject, ScriptVerdict& verdict) {
     if (subject.Status() != compositions::status::kRead) return;
-    verdict.title = subject.Description().name + L'\\' + subject.Description().category;
+    verdict.title = std::wstring(subject.Description().name) + L'\\' +
+                    std::wstring(subject.Description().category);
     for (const RecordedStatement& statement : subject.Record().Statements(Section::kSetup)) {
         const auto pieces = subject.Record().Pieces(statement);
         if (statement.rule != compositions::R16) continue;

@@ -30,7 +30,7 @@ void AddRegistryValue(SectionText& section, const UpperName& name, const Registr
 // How a path's part is written: as a text, or as a variable where no text reads so.
 std::wstring PathPart(const MediaItem& item) {
     if (item.isRegistryValue || !ReadsAs(R8, QuotedText(item.text), {item.text})) {
-        return L"%" + item.text + L"%";
+        return L"%" + std::wstring(item.text) + L"%";
     }
     return QuotedText(item.text);
 }

@@ -120,7 +120,7 @@ void AddKey(const EnvelopeKey& key, bool isLast, std::wstring& statement, Pieces
         statement += L", " + piece;
         pieces.push_back(piece);
     };
-    statement += L", {" + key.time;
+    statement += L", {" + std::wstring(key.time);
     pieces.push_back(key.time);
     if (!isLast) add(key.value);
     add(std::wstring(key.kind.View()));
@@ -136,7 +136,7 @@ bool AddEnvelope(SectionText& section, const UpperName& name, const Envelope& en
     std::string gap = envelope.keys.empty() ? "an envelope has at least one key" : "";
     if (!IsUpper(name.View())) gap = kNotUpper;
     Pieces pieces{std::wstring(name.View()), envelope.count};
-    std::wstring statement = pieces[0] + L" = {" + envelope.count + L"}";
+    std::wstring statement = pieces[0] + L" = {" + std::wstring(envelope.count) + L"}";
     for (std::size_t i = 0; i < envelope.keys.size() && gap.empty(); ++i) {
         const bool isLast = i + 1 == envelope.keys.size();
         gap = KeyGap(envelope.keys[i], isLast);
@@ -159,8 +159,9 @@ void AddTimeline(SectionText& section, const UpperName& instance, const std::wst
 
 // The value as its kind is written.
 std::wstring Written(const TimelineEntry& entry) {
-    if (entry.kind == kString) return QuotedText(entry.value);
-    return entry.kind == kVariable ? L"%" + entry.value + L"%" : entry.value;
+    const std::wstring value = entry.value;
+    if (entry.kind == kString) return QuotedText(value);
+    return entry.kind == kVariable ? L"%" + value + L"%" : value;
 }
 
 std::uint32_t RuleOf(const TimelineEntry& entry) {
