@@ -255,14 +255,10 @@ inline void AddLookUps(std::vector<Family>& families) {
          [](std::size_t bytes) { return kMandatory + "(" + Repeated("MIX, ", bytes) + ")"; }, 0});
     families.push_back({"nested parentheses",
                         [](std::size_t bytes) {
-                            return kMandatory + Repeated("(E", bytes * 2 / 3) +
-                                   Repeated(")", bytes / 3);
+                            const std::size_t depth = bytes / 3;
+                            return kMandatory + Repeated("(E", depth * 2) + std::string(depth, ')');
                         },
                         0});
-    families.back().make = [](std::size_t bytes) {
-        const std::size_t depth = bytes / 3;
-        return kMandatory + Repeated("(E", depth * 2) + std::string(depth, ')');
-    };
     families.push_back({"MAPPING targets, then TIMELINE targets",
                         [](std::size_t bytes) {
                             return kMandatory + "[MAPPING] \"p\" = E.\"q\"" +
