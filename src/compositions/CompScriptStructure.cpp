@@ -88,7 +88,7 @@ public:
     std::vector<StructureNode>& Roots() { return roots_; }
 
 private:
-    static constexpr std::size_t kFewNodes = 4;  // most lists have no more
+    static constexpr std::size_t kFewNodes = 2;  // many lists have no more
 
     std::vector<StructureNode> roots_;
     // The nodes whose parentheses are open. Each is the last of its list, which grows again only
