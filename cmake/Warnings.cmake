@@ -1,4 +1,4 @@
-# Warnings are errors; sanitizers and module isolation apply to everything that is built here.
+# Warnings are errors; alignment, sanitizers and module isolation apply to everything that is built here.
 add_library(tarnex_options INTERFACE)
 if(MSVC)
   target_compile_options(tarnex_options INTERFACE /W4 /WX /utf-8 /permissive-)

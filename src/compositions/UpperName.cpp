@@ -15,11 +15,11 @@ namespace {
 
 using helpers::scripting::UpperAscii;
 
-// What is combined of ASCII characters, zeros apart, has none of these bits.
+// Of ASCII characters none has these bits, and a zero less one has them all.
 constexpr auto kNotPlain = static_cast<wchar_t>(~0x7F);
 
 wchar_t Combined(wchar_t character) {
-    return static_cast<wchar_t>(character | (character - 1));
+    return static_cast<wchar_t>(character | (static_cast<std::uint32_t>(character) - 1));
 }
 
 // Characters that are upper-cased in one go.
@@ -70,9 +70,15 @@ std::wstring_view UpToZero(std::wstring_view text) {
     return text.substr(0, text.find(L'\0'));
 }
 
+// A short text is looked through for zeros while it is copied.
+std::size_t LengthWorthCopying(std::wstring_view token) {
+    return token.size() > WideText::kLongestInPlace ? UpToZero(token).size() : token.size();
+}
+
 }  // namespace
 
-UpperName::UpperName(std::wstring_view token) : text_(WideText::OfSize(token.size())) {
+UpperName::UpperName(std::wstring_view token) : text_(WideText::OfSize(LengthWorthCopying(token))) {
+    token = {token.data(), text_.size()};
     if (CopyUpperAscii(token, text_.data())) [[likely]]
         return;
     text_.CutTo(UpToZero(token).size());

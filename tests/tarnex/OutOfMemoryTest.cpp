@@ -22,7 +22,8 @@ using test_support::LiveAllocations;
 using testing::AnyOf;
 
 constexpr char kScript[] =
-    "[SETUP]\nNAME = \"A name that is not short\"\nCATEGORY = \"A category, neither\"\n[SOURCES]\n"
+    "[SETUP]\nNAME = \"A name that is short on no system at all\"\nCATEGORY = \"A category that is "
+    "none the shorter, neither\"\n[SOURCES]\n"
     "Back = INPUT\n[EFFECTS]\nB = \"An effect of some name\"\n[STRUCTURE]\nOUTPUT = B( Back )\n";
 
 using Records = std::list<EffectRecord>;
@@ -64,7 +65,8 @@ protected:
     const std::wstring list_ = L"plain.plugin|";
     const std::wstring none_;
     const std::wstring script_ = files_.Wide("script.txt");
-    const std::wstring id_ = L"A name that is not short\\A category, neither";
+    const std::wstring id_ =
+        L"A name that is short on no system at all\\A category that is none the shorter, neither";
 };
 
 TEST_F(ManagerOutOfMemory, FactoryIsBuiltByALaterCallOrAnswersThatItIsNotValid) {

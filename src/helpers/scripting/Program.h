@@ -43,7 +43,7 @@ struct CompiledLexem {
     std::array<std::uint8_t, 256> quick{};
     static constexpr std::uint8_t kStarts = 1;
     static constexpr std::uint8_t kEnds = 2;
-    static constexpr std::uint8_t kStops = 4;  // an end that is sure to be one
+    static constexpr std::uint8_t kStops = 4;  // in the stop set, and no zero
 };
 
 // A lexem that must say a certain word.
@@ -88,12 +88,15 @@ struct Instruction {
     bool rereads : 1 = false;   // a choice whose second alternative begins with what was read
                                 // before it
     wchar_t mark = 0;
-    std::uint32_t number = 0;    // the lexem's kind; of a call the rule's, of a report the line
+    // The lexem's kind; of a call, what tells the rule in that mode from others; of a report the
+    // line.
+    std::uint32_t number = 0;
     std::uint32_t markKind = 0;  // of the mark
     union {
-        const CompiledLexem* lexem = nullptr;
-        const Keyword* keyword;
-        const CharacterSet* first;  // what goes on here may begin with; null for anything
+        const CompiledLexem* lexem = nullptr;  // to read, but where it must say a word
+        const Keyword* keyword;                // of kKeyword and kLexemWord
+        const CharacterSet* first;  // of kTest and kChoice: what goes on here may begin with; null
+                                    // for anything
     };
     const Instruction* next = nullptr;
     const Instruction* other = nullptr;

@@ -155,8 +155,11 @@ std::vector<const Instruction*> ProgramBuilder::Finish(const std::vector<std::ui
     }
     for (std::uint32_t address = 0; address < Here(); ++address) {
         Draft& draft = At(address);
-        const bool leaves = draft.instruction.operation == Operation::kCommit;
-        draft.next = Follow(leaves ? draft.target : address + 1);
+        const Operation operation = draft.instruction.operation;
+        const bool leaves = operation == Operation::kCommit;
+        const bool ends = operation == Operation::kReturn || operation == Operation::kMatched ||
+                          operation == Operation::kFail;
+        if (!ends) draft.next = Follow(leaves ? draft.target : address + 1);
         if (!leaves && draft.target != kNone) draft.other = Follow(draft.target);
     }
     for (Draft& draft : drafts_) {

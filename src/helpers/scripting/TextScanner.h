@@ -102,9 +102,7 @@ public:
         if (first + kShort >= size_) [[unlikely]]
             return FindOnlyBeyond(lexem, first + 1);
         const wchar_t* const begin = text_ + first + 1;
-        const wchar_t stop = lexem.onlyStop;
-        const wchar_t* const at =
-            FindShort(begin, [stop](wchar_t character) { return character == stop; });
+        const wchar_t* const at = FindShort(begin, lexem.onlyStop);
         if (at == begin + kShort) return FindOnlyBeyond(lexem, first + 1);
         return static_cast<std::size_t>(at - text_);
     }
@@ -143,15 +141,13 @@ private:
             return lexem.start.Has(character);
         return (lexem.quick[CodeOf(character)] & CompiledLexem::kStarts) != 0;
     }
-    // The first of kShort characters that is wanted, or the end of them. One of those in the text
-    // or the zero behind it is.
-    template <class IsWanted>
-    static const wchar_t* FindShort(const wchar_t* at, IsWanted isWanted) {
+    // The character among kShort of the text, or the end of those.
+    static const wchar_t* FindShort(const wchar_t* at, wchar_t character) {
         for (const wchar_t* const end = at + kShort; at != end; at += 4) {
-            if (isWanted(at[0])) return at;
-            if (isWanted(at[1])) return at + 1;
-            if (isWanted(at[2])) return at + 2;
-            if (isWanted(at[3])) return at + 3;
+            if (at[0] == character) return at;
+            if (at[1] == character) return at + 1;
+            if (at[2] == character) return at + 2;
+            if (at[3] == character) return at + 3;
         }
         return at;
     }

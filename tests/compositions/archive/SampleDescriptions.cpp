@@ -72,8 +72,10 @@ private:
 
 CompositionDescription Everything() {
     CompositionDescription d;
-    d.inputs = {Name(L"FIRST"), Name(L"FIRST"), Name(L"lower"), UpperName()};
-    d.effectInstances = {{Name(L"BLUR1"), L"Gaussian Blur"}, {Name(L"GLOW"), L""}};
+    d.inputs = {Name(L"FIRST"), Name(L"FIRST"), Name(L"lower"), UpperName(),
+                Name(L"AN_INPUT_OF_MORE_THAN_THIRTY_CHARACTERS")};
+    d.effectInstances = {{Name(L"BLUR1"), L"An effect that nobody calls by its whole name"},
+                         {Name(L"GLOW"), L""}};
     d.mixes = {Name(L"MIX0"), Name(L"mix1")};
     d.mediaSources = {{Name(L"LOGO"), {kBitmap, {{false, L"logo.png"}, {true, L"Art"}}}},
                       {Name(L"CLIP"), {kMovie, {}}}};
@@ -81,7 +83,7 @@ CompositionDescription Everything() {
                   {Name(L"AMOUNT"), 1, Name(L"GLOW"), L"Size"}};
     d.properties = {{3, L"Amount", L"0.5"}, {0x80000000, L"Title", L"\"x\""}};
     EnvelopeKey first{L"0", L"0", Name(L"LINEAR"), L"0.0", L"0.0"};
-    EnvelopeKey second{L"25", L"1.0", Name(L"HERMITE"), L"0.25", L"-1"};
+    EnvelopeKey second{L"25", L"1.0", Name(L"HERMITE"), L"0.25", L"-1.0000000000000000"};
     d.envelopes = {{Name(L"FADE"), {L"2", {first, second}}}, {Name(L"NONE"), {L"0", {}}}};
     d.timelineEntries = {{Name(L"BLUR1"), L"RADIUS", L"12", kNumber},
                          {Name(L"GLOW"), L"TEXT", L"\xFFE9 \x4E2D", kString}};
@@ -92,7 +94,7 @@ CompositionDescription Everything() {
     d.name = L"Every Thing";
     d.category = std::wstring(L"Te\0sts", 6);
     d.numberedInputs = {{Name(L"IN1"), 1}, {Name(L"IN2"), -2}};
-    d.registryValues = {{Name(L"ART"), {L"Software\\Art", L"Path", L""}},
+    d.registryValues = {{Name(L"ART"), {L"Software\\A publisher of some name\\Art", L"Path", L""}},
                         {Name(L"LIB"), {L"a", L"b", L"c"}}};
     d.isFilter = true;
     d.speed = -7;

@@ -15,7 +15,7 @@ using namespace compositions;
 
 constexpr std::size_t kHeaderBytes = 18;
 
-// The costliest element is a node of 24 bytes that becomes one of 72, with its place on a stack
+// The costliest element is a node of 24 bytes that becomes one of 128, with its place on a stack
 // that doubles; texts double where a character has 32 bits, and short ones have a least size.
 constexpr std::size_t kMostMemoryPerByte = 16;
 constexpr std::size_t kFixedMemory = 16 * 1024;

@@ -27,9 +27,11 @@ using test_support::ForEachAllocation;
 using test_support::LiveAllocations;
 
 const std::string kScript =
-    "[SETUP]\nNAME = \"A name that is not short\"\nCATEGORY = \"A category, neither\"\n[SOURCES]\n"
+    "[SETUP]\nNAME = \"A name that is short on no system at all\"\nCATEGORY = \"A category that is "
+    "none the shorter, neither\"\n[SOURCES]\n"
     "Back = INPUT\n[EFFECTS]\nB = \"An effect of some name\"\n[STRUCTURE]\nOUTPUT = B( Back )\n";
-const std::wstring kId = L"A name that is not short\\A category, neither";
+const std::wstring kId =
+    L"A name that is short on no system at all\\A category that is none the shorter, neither";
 
 std::size_t FileCount(const TempFolder& folder) {
     std::size_t count = 0;

@@ -7,6 +7,7 @@
 
 #include "compositions/CompScript.h"
 #include "compositions/ReadingObserver.h"
+#include "support/WideTextPrinter.h"
 
 std::shared_ptr<compositions::CompositionScript> ReadScript(
     std::string_view bytes, compositions::ReadingObserver* observer = nullptr);

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <clocale>
 #include <compare>
 #include <map>
 #include <string>
@@ -135,6 +136,29 @@ TEST(UpperName, IsTheSameWhereverItsCharactersStand) {
         }
     }
 }
+
+#ifdef _WIN32
+// Where the C runtime's locale knows more letters, they are upper-cased too.
+TEST(UpperName, FollowsTheLocale) {
+    const std::string before = setlocale(LC_ALL, nullptr);
+    if (setlocale(LC_ALL, "English_United States.1252") == nullptr) {
+        GTEST_SKIP() << "the system has no such locale";
+    }
+    for (std::size_t length = 1; length < 40; ++length) {
+        for (std::size_t at = 0; at < length; ++at) {
+            std::wstring token(length, L'm');
+            std::wstring upper(length, L'M');
+            token[at] = L'\xE9';
+            upper[at] = L'\xC9';
+            EXPECT_EQ(UpperName(token).View(), upper) << length << ' ' << at;
+            token += std::wstring_view(L"\0\xE9", 2);
+            upper += std::wstring_view(L"\0\xC9", 2);
+            EXPECT_EQ(UpperText(token), upper) << length << ' ' << at;
+        }
+    }
+    setlocale(LC_ALL, before.c_str());
+}
+#endif
 
 TEST(UpperText, KeepsZerosAndUpperCasesBehindThem) {
     EXPECT_EQ(UpperText(L"a\0b"sv), L"A\0B"sv);
