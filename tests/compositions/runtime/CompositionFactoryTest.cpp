@@ -273,7 +273,7 @@ TEST_F(CompositionFactoryTest, ArchiveHandedInByPathIsRead) {
     std::shared_ptr<fx::IBaseFX> effect;
     ASSERT_EQ(factory_.CreateFX(folder_.Wide("a.anything"), effect), fx::eSuccess);
     EXPECT_EQ(effect->GetDescriptor()->id, L"Every Thing\\" + std::wstring(L"Te\0sts", 6));
-    EXPECT_EQ(effect->GetDescriptor()->inputs, 6u);
+    EXPECT_EQ(effect->GetDescriptor()->inputs, 7u);
 }
 
 TEST_F(CompositionFactoryTest, ArchiveOfAnyVersionFromOneOnIsRead) {
@@ -401,7 +401,7 @@ TEST(CompositionEntry, CountsOrdinaryInputsAlone) {
     const CompositionEntry entry(std::make_shared<CompositionScript>(description));
     EXPECT_EQ(entry.name, L"Every Thing");
     EXPECT_EQ(entry.category, description.category);
-    EXPECT_EQ(entry.inputs, 4u);
+    EXPECT_EQ(entry.inputs, 5u);
 }
 
 }  // namespace
