@@ -122,15 +122,15 @@ void ArchiveByteReader::Text(WideText& text) {
 }
 
 void ArchiveByteReader::Text(NumberText& text) {
-    WideText wide;
-    Text(wide);
-    text = NumberText(wide);
+    std::uint64_t count;
+    const char* units = TakeUnits(count);
+    text = NumberText(Widened(units, count));
 }
 
 void ArchiveByteReader::Name(UpperName& name) {
-    WideText text;
-    Text(text);
-    name = UpperName::Verbatim(std::move(text));
+    std::uint64_t count;
+    const char* units = TakeUnits(count);
+    name = UpperName::Verbatim(Widened(units, count));
 }
 
 void ArchiveByteReader::NameText(WideText& text) {
