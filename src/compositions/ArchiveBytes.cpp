@@ -105,36 +105,19 @@ void Narrow(std::wstring_view text, std::uint64_t count, char* to) {
 
 }  // namespace
 
-const char* ArchiveByteReader::TakeUnits(std::uint64_t& count) {
+WideText ArchiveByteReader::TakeText() {
+    std::uint64_t count;
     Copy(&count, sizeof count);
     if (count > Left() / kUnitBytes) RefuseCount(count);
-    return Take(count * kUnitBytes);
+    return Widened(Take(count * kUnitBytes), count);
 }
 
 void ArchiveByteReader::Flag(bool& value) {
     value = *Take(1) != 0;
 }
 
-void ArchiveByteReader::Text(WideText& text) {
-    std::uint64_t count;
-    const char* units = TakeUnits(count);
-    text = Widened(units, count);
-}
-
-void ArchiveByteReader::Text(NumberText& text) {
-    std::uint64_t count;
-    const char* units = TakeUnits(count);
-    text = NumberText(Widened(units, count));
-}
-
-void ArchiveByteReader::Name(UpperName& name) {
-    std::uint64_t count;
-    const char* units = TakeUnits(count);
-    name = UpperName::Verbatim(Widened(units, count));
-}
-
 void ArchiveByteReader::NameText(WideText& text) {
-    Text(text);
+    text = TakeText();
     text.CutTo(std::min(std::wstring_view(text).find(L'\0'), text.size()));
 }
 

@@ -48,10 +48,12 @@ public:
     void Number(std::uint32_t& value) { Copy(&value, sizeof value); }
     void Number(std::int32_t& value) { Copy(&value, sizeof value); }
     void Flag(bool& value);
-    void Text(WideText& text);
-    void Text(NumberText& text);
+    template <std::size_t kBytesInPlace>
+    void Text(BasicWideText<kBytesInPlace>& text) {
+        text = TakeText();
+    }
     // Cut at its first zero character; the case stays.
-    void Name(UpperName& name);
+    void Name(UpperName& name) { name = UpperName::Verbatim(TakeText()); }
     // A name that is kept as a text.
     void NameText(WideText& text);
 
@@ -90,7 +92,7 @@ private:
         return taken;
     }
     void Copy(void* value, std::size_t size) { std::memcpy(value, Take(size), size); }
-    const char* TakeUnits(std::uint64_t& count);
+    WideText TakeText();
     [[noreturn]] void RefuseCount(std::uint64_t count) const;
 
     std::string_view bytes_;

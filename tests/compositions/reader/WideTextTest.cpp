@@ -7,6 +7,7 @@
 #include <string_view>
 #include <utility>
 
+using compositions::NumberText;
 using compositions::WideText;
 
 namespace {
@@ -19,7 +20,8 @@ std::wstring Alphabet(std::size_t length, wchar_t first = L'a') {
     return text;
 }
 
-void ExpectText(const WideText& text, const std::wstring& expected) {
+template <class Text>
+void ExpectText(const Text& text, const std::wstring& expected) {
     ASSERT_EQ(text.size(), expected.size());
     ASSERT_EQ(text.empty(), expected.empty());
     ASSERT_EQ(std::wstring_view(text), expected);
@@ -30,45 +32,50 @@ void ExpectText(const WideText& text, const std::wstring& expected) {
 
 }  // namespace
 
-TEST(WideText, HoldsACopyOfAnyLength) {
+template <class Text>
+class WideTexts : public testing::Test {};
+using WideTextTypes = testing::Types<NumberText, WideText>;
+TYPED_TEST_SUITE(WideTexts, WideTextTypes);
+
+TYPED_TEST(WideTexts, HoldsACopyOfAnyLength) {
     for (std::size_t length = 0; length < kLengths; ++length) {
         std::wstring characters = Alphabet(length);
-        const WideText text(characters);
+        const TypeParam text(characters);
         characters.assign(length, L'?');
         ExpectText(text, Alphabet(length));
     }
 }
 
-TEST(WideText, ReadsNothingBehindTheCharacters) {
+TYPED_TEST(WideTexts, ReadsNothingBehindTheCharacters) {
     for (std::size_t length = 0; length < kLengths; ++length) {
         const std::wstring exact = Alphabet(length);
         // Of its own size: whoever reads on is caught by the address sanitizer.
         const std::unique_ptr<wchar_t[]> characters(new wchar_t[length]);
         exact.copy(characters.get(), length);
-        ExpectText(WideText(std::wstring_view(characters.get(), length)), exact);
+        ExpectText(TypeParam(std::wstring_view(characters.get(), length)), exact);
     }
 }
 
-TEST(WideText, KeepsZeros) {
+TYPED_TEST(WideTexts, KeepsZeros) {
     const std::wstring characters(L"a\0b\0", 4);
-    ExpectText(WideText(characters), characters);
+    ExpectText(TypeParam(characters), characters);
 }
 
-TEST(WideText, ShortOnesMoveWithTheirText) {
-    const WideText text(Alphabet(WideText::kLongestInPlace));
+TYPED_TEST(WideTexts, ShortOnesMoveWithTheirText) {
+    const TypeParam text(Alphabet(TypeParam::kLongestInPlace));
     const auto* const begin = reinterpret_cast<const char*>(&text);
     const auto* const characters = reinterpret_cast<const char*>(text.data());
     EXPECT_TRUE(characters >= begin && characters < begin + sizeof text);
 }
 
-TEST(WideText, TextsOfAnyLengthTakeEachOthersPlace) {
+TYPED_TEST(WideTexts, TextsOfAnyLengthTakeEachOthersPlace) {
     for (std::size_t from = 0; from < kLengths; ++from) {
         for (std::size_t to = 0; to < kLengths; ++to) {
-            const WideText source(Alphabet(from));
-            WideText copied(Alphabet(to, L'A'));
+            const TypeParam source(Alphabet(from));
+            TypeParam copied(Alphabet(to, L'A'));
             copied = source;
             ExpectText(copied, Alphabet(from));
-            WideText moved(Alphabet(to, L'A'));
+            TypeParam moved(Alphabet(to, L'A'));
             moved = std::move(copied);
             ExpectText(moved, Alphabet(from));
             ExpectText(copied, L"");  // NOLINT: the state behind a move is promised empty
@@ -79,10 +86,10 @@ TEST(WideText, TextsOfAnyLengthTakeEachOthersPlace) {
     }
 }
 
-TEST(WideText, CanBeAssignedToItself) {
+TYPED_TEST(WideTexts, CanBeAssignedToItself) {
     for (const std::size_t length : {std::size_t{0}, std::size_t{3}, kLengths}) {
-        WideText text(Alphabet(length));
-        WideText& itself = text;
+        TypeParam text(Alphabet(length));
+        TypeParam& itself = text;
         text = itself;
         ExpectText(text, Alphabet(length));
         text = std::move(itself);
@@ -90,38 +97,38 @@ TEST(WideText, CanBeAssignedToItself) {
     }
 }
 
-TEST(WideText, IsCutToAnyLength) {
+TYPED_TEST(WideTexts, IsCutToAnyLength) {
     for (std::size_t from = 0; from < kLengths; ++from) {
         for (std::size_t to = 0; to <= from; ++to) {
-            WideText text(Alphabet(from));
+            TypeParam text(Alphabet(from));
             text.CutTo(to);
             ExpectText(text, Alphabet(to));
-            const WideText moved(std::move(text));
+            const TypeParam moved(std::move(text));
             ExpectText(moved, Alphabet(to));
         }
     }
 }
 
-TEST(WideText, IsWrittenInPlace) {
+TYPED_TEST(WideTexts, IsWrittenInPlace) {
     for (std::size_t length = 0; length < kLengths; ++length) {
-        WideText text = WideText::OfSize(length);
+        TypeParam text = TypeParam::OfSize(length);
         Alphabet(length).copy(text.data(), length);
         ExpectText(text, Alphabet(length));
     }
 }
 
-TEST(WideText, EqualsOnlyTheSameCharacters) {
+TYPED_TEST(WideTexts, EqualsOnlyTheSameCharacters) {
     for (std::size_t length = 1; length < kLengths; ++length) {
-        const WideText text(Alphabet(length));
-        EXPECT_EQ(text, WideText(Alphabet(length)));
-        EXPECT_NE(text, WideText(Alphabet(length + 1)));
-        EXPECT_NE(text, WideText(Alphabet(length - 1)));
+        const TypeParam text(Alphabet(length));
+        EXPECT_EQ(text, TypeParam(Alphabet(length)));
+        EXPECT_NE(text, TypeParam(Alphabet(length + 1)));
+        EXPECT_NE(text, TypeParam(Alphabet(length - 1)));
         for (std::size_t changed = 0; changed < length; ++changed) {
             std::wstring other = Alphabet(length);
             other[changed] = L'?';
-            EXPECT_NE(text, WideText(other)) << length << ' ' << changed;
+            EXPECT_NE(text, TypeParam(other)) << length << ' ' << changed;
         }
     }
-    EXPECT_EQ(WideText(), L"");
-    EXPECT_NE(WideText(), WideText(std::wstring_view(L"\0", 1)));
+    EXPECT_EQ(TypeParam(), L"");
+    EXPECT_NE(TypeParam(), TypeParam(std::wstring_view(L"\0", 1)));
 }
