@@ -1,19 +1,27 @@
 #include "compositions/language/CompPreprocessor.h"
 
+#include <algorithm>
+#include <array>
 #include <cstdint>
-#include <cstring>
 
 namespace compositions {
 namespace {
 
-// Calls `keep` with each run of bytes outside comments, in order. True when the bytes end in a
-// comment.
+// As many bytes are looked at, widened and kept before the next: they are still in the cache.
+constexpr std::size_t kBlock = 1024;
+
+// Calls `keep` with each run of bytes outside comments, in order; none is longer than a block. True
+// when the bytes end in a comment.
 template <class Keep>
 bool ForEachKeptRun(std::string_view bytes, Keep keep) {
     while (!bytes.empty()) {
-        const std::size_t comment = bytes.find(';');
-        keep(bytes.substr(0, comment));
-        if (comment == bytes.npos) return false;
+        const std::string_view block = bytes.substr(0, kBlock);
+        const std::size_t comment = block.find(';');
+        keep(block.substr(0, comment));
+        if (comment == block.npos) {
+            bytes.remove_prefix(block.size());
+            continue;
+        }
         const std::size_t lineFeed = bytes.find('\n', comment);
         if (lineFeed == bytes.npos) return true;
         bytes.remove_prefix(lineFeed + 1);
@@ -21,11 +29,8 @@ bool ForEachKeptRun(std::string_view bytes, Keep keep) {
     return false;
 }
 
-wchar_t* Widen(std::string_view bytes, wchar_t* out) {
-    for (const char byte : bytes) {
-        *out++ = static_cast<wchar_t>(static_cast<std::uint16_t>(static_cast<signed char>(byte)));
-    }
-    return out;
+wchar_t Widened(char byte) {
+    return static_cast<wchar_t>(static_cast<std::uint16_t>(static_cast<signed char>(byte)));
 }
 
 // Writes all characters to the stream, those too that equal its end-of-file value: a stream takes
@@ -50,13 +55,15 @@ void Write(std::wostream& out, std::wstring_view text) {
 }  // namespace
 
 bool CompPreprocessor::preprocess(std::string_view bytes, std::wstring& text) const {
-    text.resize(bytes.size() + 2);
-    wchar_t* out = text.data();
-    const bool inComment =
-        ForEachKeptRun(bytes, [&](std::string_view run) { out = Widen(run, out); });
-    if (!inComment) *out++ = L' ';
-    *out++ = L'\0';
-    text.resize(static_cast<std::size_t>(out - text.data()));
+    text.clear();
+    text.reserve(bytes.size() + 2);
+    std::array<wchar_t, kBlock> wide;
+    const bool inComment = ForEachKeptRun(bytes, [&](std::string_view run) {
+        std::ranges::transform(run, wide.begin(), Widened);
+        text.append(wide.data(), run.size());
+    });
+    if (!inComment) text.push_back(L' ');
+    text.push_back(L'\0');
     return true;
 }
 

@@ -125,6 +125,32 @@ TEST(Preprocessor, ACommentAtTheEndSwallowsTheBlank) {
     EXPECT_EQ(Text("A;x\n"), std::wstring(L"A \0", 3));
 }
 
+// Whatever the size of the pieces in which a text is looked at, comments may begin and end
+// anywhere.
+TEST(Preprocessor, ACommentIsTakenOutWhereverItStands) {
+    constexpr std::size_t kLength = 2200;
+    std::string bytes(kLength, 'a');
+    for (std::size_t i = 0; i < kLength; ++i) bytes[i] = static_cast<char>('a' + i % 23);
+    for (const std::size_t length : {0, 1, 30, 1024}) {
+        for (std::size_t begin = 0; begin + length + 2 < kLength; ++begin) {
+            std::string with = bytes;
+            with[begin] = ';';
+            with[begin + length + 1] = '\n';
+            const std::string rest =
+                bytes.substr(0, begin) + bytes.substr(begin + length + 2) + ' ';
+            std::wstring expected(rest.begin(), rest.end());
+            expected.push_back(L'\0');
+            ASSERT_EQ(Text(with), expected) << length << " at " << begin;
+        }
+    }
+    for (std::size_t size = 1; size < kLength; ++size) {
+        const std::string all = bytes.substr(0, size) + ' ';
+        std::wstring expected(all.begin(), all.end());
+        expected.push_back(L'\0');
+        ASSERT_EQ(Text(bytes.substr(0, size)), expected) << size;
+    }
+}
+
 TEST(Preprocessor, EveryByteIsWidenedBySignExtension) {
     for (unsigned byte = 1; byte < 256; ++byte) {
         if (byte == ';') continue;
