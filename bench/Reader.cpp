@@ -1,8 +1,6 @@
 // Reading composition scripts: typical ones against a plain tokenising pass and against the same
-// information as TOML, and hostile ones from 1 KB to 10 MB, with the growth per tenfold size: of
-// the time, and of what it is in the time of a floor. Ten times the text no longer fits into a
-// cache that the smaller one did fit into, and then the floor's own time grows forty times and
-// more.
+// information as TOML, and hostile ones from 1 KB to 10 MB, with the growth of the time per tenfold
+// size.
 
 #include <benchmark/benchmark.h>
 #include <malloc.h>
@@ -128,55 +126,50 @@ void AsToml(benchmark::State& state, Typical& typical) {
     state.counters["times_script"] = toml / typical.reading;
 }
 
-// The least that reading such a text costs: its characters are made wide and looked at once, and
-// the description that they ask for is made and let go.
-void ReadAsFloor(const std::string& text, const compositions::CompositionDescription& description) {
-    const std::wstring wide(text.begin(), text.end());
-    benchmark::DoNotOptimize(wide.find(L'\1'));
-    const compositions::CompositionDescription copy(description);
-    benchmark::DoNotOptimize(&copy);
+constexpr int kColdRuns = 12;
+
+// More than the processor's caches hold together.
+constexpr std::size_t kMoreThanCached = 64u << 20;
+
+// Leaves nothing of what was read or written before in the processor's caches.
+void EmptyCaches() {
+    static std::vector<char> memory(kMoreThanCached);
+    for (std::size_t at = 0; at < memory.size(); at += 64) ++memory[at];
+    benchmark::DoNotOptimize(memory.data());
 }
 
-// One run in the quickest of a few rounds, in seconds.
+// The quickest of some runs, each begun with empty caches: in seconds, and as a counter; an
+// iteration is a run.
 template <typename Work>
-double Quickest(Work&& work) {
-    const int runs = RunsTogether(work);
+double BestCold(benchmark::State& state, Work&& work) {
     double best = std::numeric_limits<double>::max();
-    for (int round = 0; round < 5; ++round) {
+    for (auto _ : state) {
+        EmptyCaches();
         const double start = Now();
-        for (int run = 0; run < runs; ++run) work();
-        best = std::min(best, (Now() - start) / runs);
+        work();
+        const double took = Now() - start;
+        best = std::min(best, took);
+        state.SetIterationTime(took);
     }
+    state.counters["ns"] = best * 1e9;
     return best;
 }
 
-struct HostileTimes {
-    double reading;
-    double floor;
-};
-
+// A host reads each script once: what is read is not in the caches yet, however short the text.
+// Otherwise short texts would be read from the caches again and again, and long ones never.
 void Hostile(benchmark::State& state, const bench::Family& family) {
-    static std::map<std::pair<std::string, std::int64_t>, HostileTimes> measured;
+    static std::map<std::pair<std::string, std::int64_t>, double> measured;
     const std::string text = family.make(static_cast<std::size_t>(state.range(0)));
     std::int32_t status = -1;
-    HostileTimes times{};
-    times.reading = Best(state, [&] {
+    const double reading = BestCold(state, [&] {
         const compositions::CompositionScript script(text);
         status = script.GetReadStatus();
     });
     if (status != family.status) state.SkipWithError("read with another status");
-    const compositions::CompositionScript script(text);
-    times.floor = Quickest([&] { ReadAsFloor(text, script.GetDescription()); });
-    const auto found = measured.find({family.name, state.range(0) / 10});
-    const HostileTimes smaller = found != measured.end() ? found->second : HostileTimes{};
-    const double growth = smaller.reading > 0 ? times.reading / smaller.reading : 0;
-    const double floorGrowth = smaller.floor > 0 ? times.floor / smaller.floor : 0;
-    state.counters["growth"] = growth;
-    state.counters["floor_growth"] = floorGrowth;
-    state.counters["growth_over_floor"] = floorGrowth > 0 ? 10 * growth / floorGrowth : 0;
-    measured[{family.name, state.range(0)}] = times;
-    state.counters["times_floor"] = times.reading / times.floor;
-    state.counters["ns_per_byte"] = times.reading * 1e9 / static_cast<double>(text.size());
+    const auto smaller = measured.find({family.name, state.range(0) / 10});
+    state.counters["growth"] = smaller != measured.end() ? reading / smaller->second : 0;
+    state.counters["ns_per_byte"] = reading * 1e9 / static_cast<double>(text.size());
+    measured[{family.name, state.range(0)}] = reading;
 }
 
 }  // namespace
@@ -184,7 +177,7 @@ void Hostile(benchmark::State& state, const bench::Family& family) {
 int main(int argc, char** argv) {
     // Memory that was freed is kept for the next run: large texts would pay for fresh pages in each
     // run, small ones never, and that is no growth of the reader's.
-    mallopt(M_MMAP_THRESHOLD, std::numeric_limits<int>::max());
+    mallopt(M_MMAP_MAX, 0);
     mallopt(M_TRIM_THRESHOLD, std::numeric_limits<int>::max());
     Typical sets[] = {MakeTypical("Different", 256), MakeTypical("Repeated", 1)};
     for (Typical& typical : sets) {
@@ -204,7 +197,7 @@ int main(int argc, char** argv) {
             ->RangeMultiplier(10)
             ->Range(1'000, 10'000'000)
             ->UseManualTime()
-            ->MinTime(0.05);
+            ->Iterations(kColdRuns);
     }
     benchmark::Initialize(&argc, argv);
     benchmark::RunSpecifiedBenchmarks();
