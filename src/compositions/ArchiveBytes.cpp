@@ -28,13 +28,13 @@ constexpr bool TakesTwoUnits(std::uint32_t character) {
     return character > 0xFFFF && character <= 0x10FFFF;
 }
 
-// Joins pairs of surrogates in place; one without a partner stays.
-void JoinSurrogates(WideText& text) {
-    wchar_t* const characters = text.data();
+// Joins pairs of surrogates in place, and answers how many characters are left; one without a
+// partner stays.
+std::size_t JoinSurrogates(wchar_t* characters, std::size_t count) {
     std::size_t end = 0;
-    for (std::size_t i = 0; i < text.size(); ++i) {
+    for (std::size_t i = 0; i < count; ++i) {
         auto character = static_cast<std::uint32_t>(characters[i]);
-        if (IsHighSurrogate(character) && i + 1 < text.size()) {
+        if (IsHighSurrogate(character) && i + 1 < count) {
             const auto next = static_cast<std::uint32_t>(characters[i + 1]);
             if (IsLowSurrogate(next)) {
                 character = 0x10000 + ((character & 0x3FF) << 10) + (next & 0x3FF);
@@ -43,25 +43,7 @@ void JoinSurrogates(WideText& text) {
         }
         characters[end++] = static_cast<wchar_t>(character);
     }
-    text.CutTo(end);
-}
-
-// A text of 16-bit units.
-WideText Widened(const char* units, std::uint64_t count) {
-    WideText text = WideText::OfSize(count);
-    if constexpr (kWideIsUnit) {
-        if (count > 0) std::memcpy(text.data(), units, count * kUnitBytes);
-        return text;
-    }
-    wchar_t* to = text.data();
-    std::uint32_t surrogates = 0;
-    for (std::uint64_t i = 0; i < count; ++i) {
-        const std::uint16_t unit = UnitAt(units, i);
-        surrogates |= IsSurrogate(unit) ? 1 : 0;
-        to[i] = static_cast<wchar_t>(unit);
-    }
-    if (surrogates != 0) JoinSurrogates(text);
-    return text;
+    return end;
 }
 
 // The number of 16-bit units that the text takes.
@@ -105,11 +87,25 @@ void Narrow(std::wstring_view text, std::uint64_t count, char* to) {
 
 }  // namespace
 
-WideText ArchiveByteReader::TakeText() {
+ArchiveByteReader::Units ArchiveByteReader::TakeUnits() {
     std::uint64_t count;
     Copy(&count, sizeof count);
     if (count > Left() / kUnitBytes) RefuseCount(count);
-    return Widened(Take(count * kUnitBytes), count);
+    return {Take(count * kUnitBytes), count};
+}
+
+std::size_t ArchiveByteReader::Widen(Units units, wchar_t* to) {
+    if constexpr (kWideIsUnit) {
+        if (units.count > 0) std::memcpy(to, units.begin, units.count * kUnitBytes);
+        return units.count;
+    }
+    std::uint32_t surrogates = 0;
+    for (std::uint64_t i = 0; i < units.count; ++i) {
+        const std::uint16_t unit = UnitAt(units.begin, i);
+        surrogates |= IsSurrogate(unit) ? 1 : 0;
+        to[i] = static_cast<wchar_t>(unit);
+    }
+    return surrogates == 0 ? units.count : JoinSurrogates(to, units.count);
 }
 
 void ArchiveByteReader::Flag(bool& value) {
@@ -117,7 +113,7 @@ void ArchiveByteReader::Flag(bool& value) {
 }
 
 void ArchiveByteReader::NameText(WideText& text) {
-    text = TakeText();
+    Text(text);
     text.CutTo(std::min(std::wstring_view(text).find(L'\0'), text.size()));
 }
 

@@ -50,10 +50,13 @@ public:
     void Flag(bool& value);
     template <std::size_t kBytesInPlace>
     void Text(BasicWideText<kBytesInPlace>& text) {
-        text = TakeText();
+        const Units units = TakeUnits();
+        text.CutTo(Widen(units, text.Renew(units.count)));
     }
     // Cut at its first zero character; the case stays.
-    void Name(UpperName& name) { name = UpperName::Verbatim(TakeText()); }
+    void Name(UpperName& name) {
+        name.WriteVerbatim([this](WideText& text) { Text(text); });
+    }
     // A name that is kept as a text.
     void NameText(WideText& text);
 
@@ -92,7 +95,15 @@ private:
         return taken;
     }
     void Copy(void* value, std::size_t size) { std::memcpy(value, Take(size), size); }
-    WideText TakeText();
+    // The 16-bit units of a text.
+    struct Units {
+        const char* begin;
+        std::uint64_t count;
+    };
+    Units TakeUnits();
+    // Writes the characters that the units stand for, and answers how many those are: at most as
+    // many.
+    static std::size_t Widen(Units units, wchar_t* to);
     [[noreturn]] void RefuseCount(std::uint64_t count) const;
 
     std::string_view bytes_;

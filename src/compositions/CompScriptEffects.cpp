@@ -13,7 +13,7 @@ std::int32_t ReadEffects(ScriptCursor& cursor, CompositionDescription& descripti
         if (IsKeyword(pieces[1], L"MIX"sv)) {  // written as a word or as a string
             description.mixes.emplace_back(pieces[0]);
         } else {
-            description.effectInstances.insert_or_assign(UpperName(pieces[0]), WideText(pieces[1]));
+            description.effectInstances[UpperName(pieces[0])] = pieces[1];
         }
         cursor.Taken();
     }

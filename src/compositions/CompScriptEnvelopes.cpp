@@ -43,17 +43,21 @@ std::size_t ReadKeys(const Pieces& pieces, std::vector<EnvelopeKey>& keys) {
         std::wstring_view value = L"1.0"sv;
         std::wstring_view parameters[] = {L"0.0"sv, L"0.0"sv};
         if (next + 1 < pieces.size() && IsNumber(pieces[next])) value = pieces[next++];
-        if (!IsKind(pieces[next])) return next;
-        UpperName kind(pieces[next++]);
+        if (!IsKind(pieces[next])) [[unlikely]]
+            return next;
+        EnvelopeKey& key = keys.emplace_back();
+        key.kind.Assign(pieces[next++]);
         if (HasParameters(pieces, next)) {
-            if (kind == kHermite) {
+            if (key.kind == kHermite) {
                 parameters[0] = pieces[next];
                 parameters[1] = pieces[next + 1];
             }
             next += 2;  // written behind another kind, they mean nothing
         }
-        keys.push_back({NumberText(time), NumberText(value), std::move(kind),
-                        NumberText(parameters[0]), NumberText(parameters[1])});
+        key.time = time;
+        key.value = value;
+        key.firstParameter = parameters[0];
+        key.secondParameter = parameters[1];
     }
     return 0;
 }
@@ -67,13 +71,14 @@ std::int32_t ReadEnvelopes(ScriptCursor& cursor, CompositionDescription& descrip
     Pieces& pieces = cursor.Scratch();
     while (cursor.Match(R52, pieces)) {
         UpperName name(pieces[0]);
-        if (description.envelopes.contains(name)) {
+        if (description.envelopes.contains(name)) [[unlikely]] {
             return cursor.Refused(status::kDefinedTwice, pieces[0]);
         }
         Envelope envelope;
         envelope.count = pieces[1];
         const std::size_t unknown = ReadKeys(pieces, envelope.keys);
-        if (unknown != 0) return cursor.Refused(status::kUnknownKind, pieces[unknown]);
+        if (unknown != 0) [[unlikely]]
+            return cursor.Refused(status::kUnknownKind, pieces[unknown]);
         description.envelopes.emplace(std::move(name), std::move(envelope));
         cursor.Taken();
     }

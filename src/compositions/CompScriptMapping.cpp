@@ -11,33 +11,38 @@
 namespace compositions {
 namespace {
 
-// Appends mappings that are not yet there.
+// Keeps mappings that are not yet there.
 class MappingList {
 public:
     explicit MappingList(Mappings& mappings) : mappings_(mappings) {}
 
-    bool Append(Mapping&& mapping) {
-        if (Contains(mapping)) return false;
+    // A new one at the end, to be written.
+    Mapping& Add() {
         if (mappings_.empty()) mappings_.reserve(kFewStatements);
-        mappings_.push_back(std::move(mapping));
-        return true;
+        return mappings_.emplace_back();
     }
-
-private:
-    // Enters the mappings that were appended since it was asked last, and then this one, which is
-    // to be appended unless it is there.
-    bool Contains(const Mapping& mapping) {
-        if (mappings_.size() < kFewStatements) {
-            return std::ranges::find(mappings_, mapping) != mappings_.end();
-        }
-        for (; indexed_ < mappings_.size(); ++indexed_) Enter(mappings_[indexed_], indexed_);
-        if (!Enter(mapping, indexed_)) return true;
-        ++indexed_;
+    // Whether no other one is as the last one is, which is dropped otherwise.
+    bool KeepLast() {
+        if (!IsThereTwice()) [[likely]]
+            return true;
+        mappings_.pop_back();
         return false;
     }
 
-    // `position`: where it stands, or will.
-    bool Enter(const Mapping& mapping, std::size_t position) {
+private:
+    // Enters the mappings that were added since it was asked last.
+    bool IsThereTwice() {
+        if (mappings_.size() <= kFewStatements) [[likely]] {
+            const auto last = mappings_.end() - 1;
+            return std::find(mappings_.begin(), last, *last) != last;
+        }
+        bool isNew = true;
+        for (; isNew && indexed_ < mappings_.size(); ++indexed_) isNew = Enter(indexed_);
+        return !isNew;
+    }
+
+    bool Enter(std::size_t position) {
+        const Mapping& mapping = mappings_[position];
         const std::uint64_t hash =
             HashOf(mapping.targetProperty,
                    HashOf(mapping.instance.View(), HashOf(mapping.property.View())));
@@ -52,17 +57,20 @@ private:
 
 // Takes the targets from the last to the first: that is the order of the list.
 std::int32_t TakeTargets(ScriptCursor& cursor, CompositionDescription& description,
-                         std::span<const std::wstring_view> targets, const Mapping& source,
-                         MappingList& mappings) {
+                         std::span<const std::wstring_view> targets, const UpperName& property,
+                         std::uint32_t access, MappingList& mappings) {
     for (std::size_t next = targets.size(); next >= 2; next -= 2) {
         UpperName instance(targets[next - 2]);
-        if (!description.effectInstances.contains(instance)) {
+        if (!description.effectInstances.contains(instance)) [[unlikely]] {
             return cursor.Refused(status::kUnknownInstance, targets[next - 2]);
         }
-        if (!mappings.Append({source.property, source.access, std::move(instance),
-                              WideText(targets[next - 1])})) {
+        Mapping& mapping = mappings.Add();
+        mapping.property = property;
+        mapping.access = access;
+        mapping.instance = std::move(instance);
+        mapping.targetProperty = targets[next - 1];
+        if (!mappings.KeepLast()) [[unlikely]]
             return cursor.Refused(status::kDefinedTwice, targets[next - 1]);
-        }
     }
     cursor.Taken();
     return status::kRead;
@@ -80,14 +88,13 @@ std::int32_t ReadMapping(ScriptCursor& cursor, CompositionDescription& descripti
         AccessFlags access;
         for (std::size_t i = 0; i < name; ++i) {
             // Words that mean nothing here are passed over.
-            if (access.Take(pieces[i]) == AccessWord::kRefused) {
+            if (access.Take(pieces[i]) == AccessWord::kRefused) [[unlikely]] {
                 return cursor.Refused(access.Status(), pieces[i]);
             }
         }
-        const Mapping source{UpperName(pieces[name]), access.Value(), {}, {}};
         const std::int32_t result =
             TakeTargets(cursor, description, std::span(pieces.begin() + name + 1, pieces.end()),
-                        source, mappings);
+                        UpperName(pieces[name]), access.Value(), mappings);
         if (result != status::kRead) return result;
     }
     return status::kRead;

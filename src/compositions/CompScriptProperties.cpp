@@ -6,6 +6,8 @@
 
 namespace compositions {
 
+constexpr std::size_t kFewProperties = 6;
+
 // The name is the first piece that is no access word, whichever piece that is: a word in front of
 // the name string takes its place, and a name that reads as an access word is one.
 std::int32_t ReadProperties(ScriptCursor& cursor, CompositionDescription& description) {
@@ -21,11 +23,11 @@ std::int32_t ReadProperties(ScriptCursor& cursor, CompositionDescription& descri
             if (word == AccessWord::kRefused) return cursor.Refused(access.Status(), pieces[next]);
             if (word == AccessWord::kNotAnAccessWord) break;
         }
-        if (description.properties.empty()) description.properties.reserve(kFewStatements);
-        const auto textAt = [&](std::size_t i) {
-            return i < pieces.size() ? WideText(pieces[i]) : WideText();
-        };
-        description.properties.push_back({access.Value(), textAt(next), textAt(next + 1)});
+        if (description.properties.empty()) description.properties.reserve(kFewProperties);
+        PropertyRecord& property = description.properties.emplace_back();
+        property.access = access.Value();
+        if (next < pieces.size()) property.name = pieces[next];
+        if (next + 1 < pieces.size()) property.value = pieces[next + 1];
         cursor.Taken();
     }
     return status::kRead;

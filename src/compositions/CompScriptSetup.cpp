@@ -67,9 +67,10 @@ void ReadRegistryValue(ScriptCursor& cursor, const Pieces& pieces,
     const bool isTaken =
         (pieces.size() == 4 || pieces.size() == 5) && IsKeyword(pieces[1], L"REGS"sv);
     if (!isTaken) return cursor.Skipped();
-    description.registryValues.insert_or_assign(
-        UpperName(pieces[0]), RegistryValue{WideText(pieces[2]), WideText(pieces[3]),
-                                            pieces.size() == 5 ? WideText(pieces[4]) : WideText()});
+    RegistryValue& value = description.registryValues[UpperName(pieces[0])];
+    value.first = pieces[2];
+    value.second = pieces[3];
+    value.third = pieces.size() == 5 ? pieces[4] : std::wstring_view();
     cursor.Taken();
 }
 

@@ -13,14 +13,14 @@ MediaSource MakeMediaSource(MediaKind kind, const Pieces& pieces, const Registry
     // A path of one part stays as written and is never a registry value; the parts of a longer one
     // are upper-cased and looked up. Scripts rely on both.
     if (pieces.size() < 3) {
-        source.items.push_back({false, WideText(pieces[1])});
+        source.items.emplace_back().text = pieces[1];
         return source;
     }
     source.items.reserve(pieces.size() - 1);
     for (std::size_t i = 1; i < pieces.size(); ++i) {
-        WideText text = UpperText(pieces[i]);
-        const bool isValue = !values.empty() && values.contains(UpperName::Verbatim(text));
-        source.items.push_back({isValue, std::move(text)});
+        MediaItem& item = source.items.emplace_back();
+        AssignUpper(pieces[i], item.text);
+        item.isRegistryValue = !values.empty() && values.contains(UpperName::Verbatim(item.text));
     }
     return source;
 }

@@ -1,12 +1,10 @@
 #include <algorithm>
 #include <optional>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "compositions/CompScriptSections.h"
 #include "compositions/HashIndex.h"
-#include "compositions/TimelineTargets.h"
 #include "compositions/language/Symbols.h"
 #include "helpers/report/Report.h"
 
@@ -21,7 +19,8 @@ std::uint64_t HashOfTarget(const UpperName& instance, std::wstring_view upperPro
 class MappedTargets {
 public:
     explicit MappedTargets(const Mappings& mappings) : mappings_(mappings) {
-        if (mappings.size() <= kFewStatements) return;
+        if (mappings.size() <= kFewStatements) [[likely]]
+            return;
         upperProperties_.reserve(mappings.size());
         for (std::size_t i = 0; i < mappings.size(); ++i) {
             upperProperties_.push_back(UpperText(mappings[i].targetProperty));
@@ -32,17 +31,16 @@ public:
         }
     }
 
-    bool Contains(const TimelineTarget& target) const {
-        if (upperProperties_.empty()) {
+    bool Contains(const UpperName& instance, const WideText& upperProperty) const {
+        if (upperProperties_.empty()) [[likely]] {
             return std::ranges::any_of(mappings_, [&](const Mapping& mapping) {
-                return mapping.instance == target.instance &&
-                       mapping.targetProperty.size() == target.property.size() &&
-                       UpperText(mapping.targetProperty) == target.property;
+                return mapping.instance == instance &&
+                       mapping.targetProperty.size() == upperProperty.size() &&
+                       UpperText(mapping.targetProperty) == upperProperty;
             });
         }
-        return index_.Contains(HashOfTarget(target.instance, target.property), [&](std::size_t i) {
-            return IsAt(i, target.instance, target.property);
-        });
+        return index_.Contains(HashOfTarget(instance, upperProperty),
+                               [&](std::size_t i) { return IsAt(i, instance, upperProperty); });
     }
 
 private:
@@ -55,21 +53,31 @@ private:
     HashIndex index_;
 };
 
+// The properties of inner effects that a statement sets: two pieces make one. A single piece at the
+// end is reported and left out.
+std::size_t CountTargets(const Pieces& pieces) {
+    if (pieces.size() % 2 != 0) [[unlikely]] {
+        helpers::ReportAssertion("CompScript", 662,
+                                 "compositions::CompositionScript::ReadTimelineSection");
+    }
+    return pieces.size() / 2;
+}
+
 class TimelineReader {
 public:
     TimelineReader(ScriptCursor& cursor, CompositionDescription& description)
         : cursor_(cursor), description_(description) {}
 
     std::int32_t Read() {
-        Pieces& pieces = cursor_.Scratch();
-        while (cursor_.Match(R54, pieces)) {
-            TargetsOf(pieces, targets_);
+        Pieces& value = cursor_.Scratch();
+        while (cursor_.Match(R54, pieces_)) {
+            targets_ = CountTargets(pieces_);
             const TextForm form = cursor_.NextForm();
-            if (CanBe(form, TextForm::kWord) && cursor_.MatchMore(LxIdent, pieces)) {
-                const std::int32_t result = AddEvents(pieces[0]);
+            if (CanBe(form, TextForm::kWord) && cursor_.MatchMore(LxIdent, value)) {
+                const std::int32_t result = AddEvents(value[0]);
                 if (result != status::kRead) return result;
-            } else if (const auto kind = MatchValue(form, pieces)) {
-                AddEntries(pieces[0], *kind);
+            } else if (const auto kind = MatchValue(form, value)) {
+                AddEntries(value[0], *kind);
             } else {
                 cursor_.Skipped();
             }
@@ -78,65 +86,67 @@ public:
     }
 
 private:
-    std::optional<TimelineValueKind> MatchValue(TextForm form, Pieces& pieces) {
-        if (CanBe(form, TextForm::kString) && cursor_.MatchMore(R8, pieces)) return kString;
+    static constexpr std::size_t kFewEvents = 4;
+
+    std::optional<TimelineValueKind> MatchValue(TextForm form, Pieces& value) {
+        if (CanBe(form, TextForm::kString) && cursor_.MatchMore(R8, value)) return kString;
         const bool isNumber = CanBe(form, TextForm::kNumber);
-        if (isNumber && cursor_.MatchMore(R5, pieces)) return kNumber;
-        if (isNumber && cursor_.MatchMore(R1, pieces)) return kNumber;
-        if (CanBe(form, TextForm::kVariable) && cursor_.MatchMore(R20, pieces)) return kVariable;
+        if (isNumber && cursor_.MatchMore(R5, value)) return kNumber;
+        if (isNumber && cursor_.MatchMore(R1, value)) return kNumber;
+        if (CanBe(form, TextForm::kVariable) && cursor_.MatchMore(R20, value)) return kVariable;
         return std::nullopt;
     }
 
+    // All of them or, when MAPPING drives one, none.
     std::int32_t AddEvents(std::wstring_view word) {
         const UpperName envelope(word);
-        if (!description_.envelopes.contains(envelope)) {
+        if (!description_.envelopes.contains(envelope)) [[unlikely]] {
             return cursor_.Refused(status::kFaultyStatement, word);
         }
         if (!mapped_) mapped_.emplace(description_.mappings);
-        for (const TimelineTarget& target : targets_) {
-            if (mapped_->Contains(target)) {
-                return cursor_.Refused(status::kTargetIsMapped, target.property);
-            }
-        }
         TimelineEvents& events = description_.timelineEvents;
-        if (events.empty()) events.reserve(std::max(targets_.size(), kFewStatements));
-        for (TimelineTarget& target : targets_) {
-            events.push_back({std::move(target.instance), std::move(target.property), envelope});
+        const std::size_t before = events.size();
+        for (std::size_t i = 0; i < targets_; ++i) {
+            TimelineEvent& event = AddTo(events, i, kFewEvents);
+            if (mapped_->Contains(event.instance, event.property)) [[unlikely]] {
+                cursor_.Refused(status::kTargetIsMapped, event.property);
+                events.resize(before);
+                return status::kTargetIsMapped;
+            }
+            event.envelope = envelope;
         }
         cursor_.Taken();
         return status::kRead;
     }
 
     void AddEntries(std::wstring_view value, TimelineValueKind kind) {
-        TimelineEntries& entries = description_.timelineEntries;
-        if (entries.empty()) entries.reserve(std::max(targets_.size(), kFewStatements));
-        for (TimelineTarget& target : targets_) {
-            entries.push_back(
-                {std::move(target.instance), std::move(target.property), WideText(value), kind});
+        for (std::size_t i = 0; i < targets_; ++i) {
+            TimelineEntry& entry = AddTo(description_.timelineEntries, i, kFewStatements);
+            entry.value = value;
+            entry.kind = kind;
         }
         cursor_.Taken();
     }
 
+    // A new record at the end for the statement's target of that number. The list begins with room
+    // for a few.
+    template <class Record>
+    Record& AddTo(std::vector<Record>& records, std::size_t target, std::size_t few) {
+        if (records.empty()) records.reserve(std::max(targets_, few));
+        Record& record = records.emplace_back();
+        record.instance.Assign(pieces_[2 * target]);
+        AssignUpper(pieces_[2 * target + 1], record.property);
+        return record;
+    }
+
     ScriptCursor& cursor_;
     CompositionDescription& description_;
-    std::vector<TimelineTarget> targets_;  // of the statement at hand
+    Pieces pieces_;                        // the targets of the statement at hand
+    std::size_t targets_ = 0;              // how many those are
     std::optional<MappedTargets> mapped_;  // built when an envelope is first used
 };
 
 }  // namespace
-
-void TargetsOf(const Pieces& pieces, std::vector<TimelineTarget>& targets) {
-    if (pieces.size() % 2 != 0) {
-        helpers::ReportAssertion("CompScript", 662,
-                                 "compositions::CompositionScript::ReadTimelineSection");
-    }
-    constexpr std::size_t kFewTargets = 4;  // most statements have no more
-    targets.clear();
-    targets.reserve(std::max<std::size_t>(pieces.size() / 2, kFewTargets));
-    for (std::size_t i = 0; i + 1 < pieces.size(); i += 2) {
-        targets.push_back({UpperName(pieces[i]), UpperText(pieces[i + 1])});
-    }
-}
 
 std::int32_t ReadTimeline(ScriptCursor& cursor, CompositionDescription& description) {
     if (!cursor.FindHeader(Section::kTimeline, R53)) return status::kNoTimeline;

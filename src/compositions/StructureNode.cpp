@@ -33,8 +33,6 @@ bool QueueChildren(const Children& left, const Children& right, std::vector<Comp
 
 }  // namespace
 
-StructureNode::StructureNode(UpperName nodeName) : name(std::move(nodeName)) {}
-
 StructureNode::StructureNode(const StructureNode& other) : name(other.name) {
     std::vector<CopyStep> pending{{&other, this}};
     while (!pending.empty()) {
@@ -61,10 +59,6 @@ StructureNode& StructureNode::operator=(StructureNode&& other) noexcept {
     inputs.swap(taken.inputs);
     secondary.swap(taken.secondary);
     return *this;
-}
-
-StructureNode::~StructureNode() {
-    DropChildren();
 }
 
 // Walks down to a childless node, removes it from its parent and goes on from there: needs neither

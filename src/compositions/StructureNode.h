@@ -2,6 +2,7 @@
 
 // The wiring of a composition as a tree: a node is fed by its children.
 
+#include <utility>
 #include <vector>
 
 #include "compositions/UpperName.h"
@@ -15,13 +16,15 @@ struct StructureNode {
     std::vector<StructureNode> secondary;  // empty for scripts; carried by archives
 
     StructureNode() = default;
-    explicit StructureNode(UpperName nodeName);
+    explicit StructureNode(UpperName nodeName) : name(std::move(nodeName)) {}
     StructureNode(const StructureNode& other);
     StructureNode(StructureNode&& other) noexcept;
     StructureNode& operator=(const StructureNode& other);
     // The other may stand anywhere below this one.
     StructureNode& operator=(StructureNode&& other) noexcept;
-    ~StructureNode();
+    ~StructureNode() {
+        if (!inputs.empty() || !secondary.empty()) DropChildren();
+    }
 
     bool operator==(const StructureNode& other) const;
 

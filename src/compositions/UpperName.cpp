@@ -77,19 +77,24 @@ std::size_t LengthWorthCopying(std::wstring_view token) {
 
 }  // namespace
 
-UpperName::UpperName(std::wstring_view token) : text_(WideText::OfSize(LengthWorthCopying(token))) {
-    token = {token.data(), text_.size()};
-    if (CopyUpperAscii(token, text_.data())) [[likely]]
+void UpperName::Assign(std::wstring_view token) {
+    token = {token.data(), LengthWorthCopying(token)};
+    wchar_t* const upper = text_.Renew(token.size());
+    if (CopyUpperAscii(token, upper)) [[likely]]
         return;
     text_.CutTo(UpToZero(token).size());
     if (!text_.empty()) platform::ToUpperCase(text_.data(), text_.size());
 }
 
 UpperName UpperName::Verbatim(WideText characters) {
-    characters.CutTo(UpToZero(characters).size());
     UpperName name;
     name.text_ = std::move(characters);
+    name.EndAtZero();
     return name;
+}
+
+void UpperName::EndAtZero() {
+    text_.CutTo(UpToZero(text_).size());
 }
 
 // Of characters that differ.
@@ -99,16 +104,21 @@ std::strong_ordering UpperName::CompareUnits(wchar_t left, wchar_t right) {
 }
 
 WideText UpperText(std::wstring_view text) {
-    WideText upper = WideText::OfSize(text.size());
-    if (!CopyUpperAscii(text, upper.data())) {
-        // The platform stops at a zero: one call per run between zeros.
-        for (std::size_t begin = 0; begin < text.size();) {
-            const std::size_t end = std::min(text.find(L'\0', begin), text.size());
-            if (end > begin) platform::ToUpperCase(upper.data() + begin, end - begin);
-            begin = end + 1;
-        }
-    }
+    WideText upper;
+    AssignUpper(text, upper);
     return upper;
+}
+
+void AssignUpper(std::wstring_view text, WideText& upper) {
+    wchar_t* const to = upper.Renew(text.size());
+    if (CopyUpperAscii(text, to)) [[likely]]
+        return;
+    // The platform stops at a zero: one call per run between zeros.
+    for (std::size_t begin = 0; begin < text.size();) {
+        const std::size_t end = std::min(text.find(L'\0', begin), text.size());
+        if (end > begin) platform::ToUpperCase(to + begin, end - begin);
+        begin = end + 1;
+    }
 }
 
 bool IsWholeKeyword(std::wstring_view token, std::wstring_view keyword) {

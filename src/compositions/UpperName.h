@@ -19,10 +19,19 @@ public:
     UpperName() = default;
     // Copies the token up to its first zero and upper-cases the copy (current locale on Windows,
     // ASCII elsewhere).
-    explicit UpperName(std::wstring_view token);
+    explicit UpperName(std::wstring_view token) { Assign(token); }
+    // Makes this name one of the token, which is none of its own characters.
+    void Assign(std::wstring_view token);
 
     // Takes the characters as they stand, without upper-casing, up to the first zero.
     static UpperName Verbatim(WideText characters);
+    // The same for the characters that `write(WideText&)` makes its argument hold; before, that are
+    // the name's.
+    template <class Write>
+    void WriteVerbatim(Write&& write) {
+        write(text_);
+        EndAtZero();
+    }
 
     // Zero-terminated; null for an empty name.
     const wchar_t* Data() const { return text_.empty() ? nullptr : text_.data(); }
@@ -46,6 +55,7 @@ public:
     }
 
 private:
+    void EndAtZero();
     static bool IsBelowSurrogates(wchar_t character) {
         return static_cast<std::uint32_t>(character) < 0xD800;
     }
@@ -56,6 +66,8 @@ private:
 
 // The whole text in upper case, by the same rules; zero characters stay.
 WideText UpperText(std::wstring_view text);
+// The same into `upper`, none of whose characters are in the text.
+void AssignUpper(std::wstring_view text, WideText& upper);
 
 // Whether an UpperName made of the token would equal the keyword. The keyword is upper-case ASCII
 // and begins with a letter.

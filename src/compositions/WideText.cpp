@@ -16,7 +16,8 @@ void CopyBothEnds(const char* from, char* to, std::size_t bytes) {
     std::memcpy(to + bytes - kBlock, tail, kBlock);
 }
 
-// In blocks that overlap where the length is none of theirs: neither a loop nor a call.
+// In blocks that overlap where the length is none of theirs: neither a loop nor a call. All is read
+// before anything is written.
 void CopyFew(std::wstring_view from, wchar_t* to) {
     const auto* const first = reinterpret_cast<const char*>(from.data());
     auto* const out = reinterpret_cast<char*>(to);
@@ -32,12 +33,21 @@ void CopyFew(std::wstring_view from, wchar_t* to) {
 
 template <std::size_t kBytesInPlace>
 void BasicWideText<kBytesInPlace>::Copy(std::wstring_view characters) {
-    wchar_t* const to = Begin(characters.size());
-    if (IsLong()) {
-        std::ranges::copy(characters, to);
-    } else {
-        CopyFew(characters, to);
+    if (characters.size() > kLongestInPlace) {
+        std::ranges::copy(characters, Begin(characters.size()));
+    } else {  // which may be some of its own characters
+        CopyFew(characters, buffer_.inPlace);
+        Begin(characters.size());
     }
+}
+
+template <std::size_t kBytesInPlace>
+BasicWideText<kBytesInPlace>& BasicWideText<kBytesInPlace>::Replace(std::wstring_view characters) {
+    if (IsLong() || characters.size() > kLongestInPlace) [[unlikely]]
+        return *this = BasicWideText(characters);
+    CopyFew(characters, buffer_.inPlace);
+    Begin(characters.size());
+    return *this;
 }
 
 template <std::size_t kBytesInPlace>

@@ -32,10 +32,13 @@ public:
         Take(other);
         other.Forget();
     }
-    BasicWideText& operator=(const BasicWideText& other) {
-        if (this != &other) *this = BasicWideText(other);
-        return *this;
+    // Of characters of its own too.
+    template <class Characters>
+    requires std::convertible_to<const Characters&, std::wstring_view> BasicWideText& operator=(
+        const Characters& characters) {
+        return Replace(characters);
     }
+    BasicWideText& operator=(const BasicWideText& other) { return Replace(other); }
     BasicWideText& operator=(BasicWideText&& other) noexcept {
         if (this == &other) return *this;
         Release();
@@ -50,6 +53,15 @@ public:
         BasicWideText text;
         text.Begin(size);
         return text;
+    }
+    // The same for a text that is there: its characters are gone, unless memory is short.
+    wchar_t* Renew(std::size_t size) {
+        if (size > kLongestInPlace) {
+            *this = OfSize(size);
+            return buffer_.allocated;
+        }
+        Release();
+        return Begin(size);
     }
     // Keeps the first characters; `size` is at most the present one.
     void CutTo(std::size_t size);
@@ -85,6 +97,7 @@ private:
         return helpers::scripting::AreSame({data(), size_}, other);
     }
 
+    BasicWideText& Replace(std::wstring_view characters);
     // Into this text, which has no memory.
     void Copy(std::wstring_view characters);
     // Makes this text, which has no memory, one of that size.

@@ -140,7 +140,7 @@ private:
     Report report_ = nullptr;
     PieceRecorder pieces_;
     SmallList<Frame, 8> frames_;             // most texts need no more
-    SmallList<Reread, 2> rereads_;           // one for each choice of that sort among the frames
+    SmallList<Reread, 4> rereads_;           // one for each choice of that sort among the frames
     std::unique_ptr<Memory> memory_;         // only while a search remembers
     std::uint32_t reads_ = 0;                // lexems read, while a search remembers
     const Instruction* resumeAt_ = nullptr;  // where backtracking, or what is remembered, leads

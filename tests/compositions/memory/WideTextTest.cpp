@@ -13,6 +13,7 @@
 
 namespace {
 
+using compositions::AssignUpper;
 using compositions::UpperName;
 using compositions::UpperText;
 using compositions::WideText;
@@ -58,16 +59,33 @@ TEST(WideTextMemory, ATextThatCannotBeMadeLeavesNothing) {
     ExpectAllOrNothing([&] { WideText copy(text); });
 }
 
+// A long text and a short one.
+template <class Replace>
+void ExpectToStayUnlessReplaced(Replace replace) {
+    for (const std::size_t size : {70, 3}) {
+        const std::wstring before(size, L'b');
+        int failures = 0;
+        ForEachAllocation([&](int nth, bool lasts) {
+            WideText target(before);
+            bool happened = true;
+            const bool failed = Fails(nth, lasts, happened, [&] { replace(target); });
+            EXPECT_EQ(target.size(), failed ? size : kLong.size());
+            if (failed) {
+                EXPECT_EQ(std::wstring(target), before);
+            }
+            failures += failed ? 1 : 0;
+            return happened;
+        });
+        EXPECT_GT(failures, 0);
+    }
+}
+
 TEST(WideTextMemory, ATextThatCannotBeReplacedStays) {
     const WideText text(kLong);
-    const std::wstring before(70, L'b');
-    ForEachAllocation([&](int nth, bool lasts) {
-        WideText target(before);
-        bool happened = true;
-        const bool failed = Fails(nth, lasts, happened, [&] { target = text; });
-        EXPECT_EQ(std::wstring(target), failed ? before : kLong);
-        return happened;
-    });
+    ExpectToStayUnlessReplaced([&](WideText& target) { target = text; });
+    ExpectToStayUnlessReplaced([](WideText& target) { target = std::wstring_view(kLong); });
+    ExpectToStayUnlessReplaced([](WideText& target) { target.Renew(kLong.size()); });
+    ExpectToStayUnlessReplaced([](WideText& target) { AssignUpper(kLong, target); });
 }
 
 TEST(WideTextMemory, ATextGivesItsMemoryBack) {

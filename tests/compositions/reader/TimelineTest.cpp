@@ -1,7 +1,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "compositions/TimelineTargets.h"
 #include "compositions/reader/ReadScript.h"
 #include "helpers/report/CapturedOutput.h"
 

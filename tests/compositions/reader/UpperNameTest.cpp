@@ -9,9 +9,11 @@
 #include <utility>
 #include <vector>
 
+using compositions::AssignUpper;
 using compositions::IsKeyword;
 using compositions::UpperName;
 using compositions::UpperText;
+using compositions::WideText;
 using namespace std::string_view_literals;
 
 TEST(UpperName, KeepsACopyInUpperCase) {
@@ -114,6 +116,29 @@ TEST(UpperName, NamesOfAnyLengthTakeEachOthersPlace) {
             ASSERT_EQ(other.Data(), nullptr);  // NOLINT: the state behind a move is promised empty
         }
     }
+}
+
+TEST(UpperName, TokensOfAnyLengthTakeItsPlace) {
+    for (std::size_t from = 0; from < 40; ++from) {
+        for (std::size_t to = 0; to < 40; ++to) {
+            UpperName name(std::wstring(to, L'b'));
+            name.Assign(std::wstring(from, L'a'));
+            ASSERT_EQ(name.View(), std::wstring(from, L'A'));
+            ASSERT_EQ(name.Capacity(), from == 0 ? 0 : from + 1);
+            name.WriteVerbatim([&](WideText& text) {
+                ASSERT_EQ(text, std::wstring(from, L'A'));
+                text = std::wstring(to, L'c') + L'\0' + std::wstring(to, L'd');
+            });
+            ASSERT_EQ(name.View(), std::wstring(to, L'c'));
+            ASSERT_TRUE(to == 0 || name.Data()[to] == L'\0');
+            WideText upper(std::wstring(to, L'b'));
+            AssignUpper(std::wstring(from, L'a'), upper);
+            ASSERT_EQ(upper, std::wstring(from, L'A'));
+        }
+    }
+    UpperName name(L"before");
+    name.Assign(L"a\0b"sv);
+    EXPECT_EQ(name.View(), L"A");
 }
 
 // Characters are upper-cased several at a time.

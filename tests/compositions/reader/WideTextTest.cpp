@@ -86,6 +86,33 @@ TYPED_TEST(WideTexts, TextsOfAnyLengthTakeEachOthersPlace) {
     }
 }
 
+TYPED_TEST(WideTexts, CharactersOfAnyLengthTakeTheirPlace) {
+    for (std::size_t from = 0; from < kLengths; ++from) {
+        for (std::size_t to = 0; to < kLengths; ++to) {
+            TypeParam assigned(Alphabet(to, L'A'));
+            assigned = std::wstring_view(Alphabet(from));
+            ExpectText(assigned, Alphabet(from));
+            TypeParam renewed(Alphabet(to, L'A'));
+            wchar_t* const characters = renewed.Renew(from);
+            ASSERT_EQ(characters, renewed.data());
+            Alphabet(from).copy(characters, from);
+            ExpectText(renewed, Alphabet(from));
+        }
+    }
+}
+
+TYPED_TEST(WideTexts, CanBeAssignedSomeOfItsOwnCharacters) {
+    for (std::size_t length = 0; length < kLengths; ++length) {
+        for (std::size_t begin = 0; begin <= length; ++begin) {
+            for (std::size_t count = 0; begin + count <= length; ++count) {
+                TypeParam text(Alphabet(length));
+                text = std::wstring_view(text).substr(begin, count);
+                ExpectText(text, Alphabet(length).substr(begin, count));
+            }
+        }
+    }
+}
+
 TYPED_TEST(WideTexts, CanBeAssignedToItself) {
     for (const std::size_t length : {std::size_t{0}, std::size_t{3}, kLengths}) {
         TypeParam text(Alphabet(length));
