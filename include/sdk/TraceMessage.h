@@ -25,9 +25,10 @@ public:
     TraceMessage(const TraceMessage&) = delete;
     TraceMessage& operator=(const TraceMessage&) = delete;
 
-    // Whether a message that was opened now could reach a log. Also puts the formatting settings
-    // back, as opening one does: whoever asks first need not open a message that nobody hears.
-    static bool IsHeard();
+    // Whether a message of that level that was opened now could reach a log or the debugger output.
+    // Also puts the formatting settings back, as opening one does: whoever asks first need not open
+    // a message that nobody hears.
+    static bool IsHeard(std::uint32_t level = 0);
 
     // A piece for which there is no memory is left out.
     TraceMessage& Append(std::string_view text) noexcept;  // ANSI code page

@@ -22,6 +22,9 @@ void AbandonTracer();
 
 bool HasTracer();
 
+// Any thread. Whether the module has a tracer that does not drop what is of that level.
+bool IsTraced(std::uint32_t level);
+
 // Any thread. Dropped when the module has no tracer.
 void WriteToTracer(std::uint32_t level, const std::wstring& text);
 

@@ -33,9 +33,9 @@ TraceMessage::~TraceMessage() {
     }
 }
 
-bool TraceMessage::IsHeard() {
+bool TraceMessage::IsHeard(std::uint32_t level) {
     SetFormat(kDefaultPrecision, kDefaultRadix);
-    return HasTracer() || SecondLog::IsOn();
+    return IsTraced(level == 0 ? kDefaultLevel : level) || SecondLog::IsOn();
 }
 
 TraceMessage& TraceMessage::Append(std::string_view text) noexcept {

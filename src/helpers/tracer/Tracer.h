@@ -19,6 +19,11 @@ public:
     // lock and allocates nothing for the log; waits up to about a second for room, then drops.
     void Write(std::uint32_t level, const std::wstring& text);
 
+    // Whether a text of that level would go anywhere now.
+    bool WouldWrite(std::uint32_t level) const {
+        return (IsRunning() && Accepts(level)) || LogsToOutput();
+    }
+
     bool IsRunning() const { return Flag(layout_.running); }
     bool IsClosed() const { return Flag(layout_.closed); }
     bool LogsToOutput() const { return Flag(layout_.logToOutput); }

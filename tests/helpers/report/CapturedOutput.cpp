@@ -50,7 +50,7 @@ TraceMessage::~TraceMessage() {
     }
 }
 
-bool TraceMessage::IsHeard() {
+bool TraceMessage::IsHeard(std::uint32_t) {
     return true;
 }
 

@@ -94,6 +94,24 @@ TEST_F(TraceMessageTest, IsHeardWhileThereIsATracerOrASecondLog) {
     EXPECT_FALSE(TraceMessage::IsHeard());
 }
 
+TEST_F(TraceMessageTest, IsHeardWhereItWouldBeWritten) {
+    test_.tracer.SetLevelMask(6);
+    EXPECT_TRUE(TraceMessage::IsHeard());
+    EXPECT_TRUE(TraceMessage::IsHeard(4));
+    EXPECT_FALSE(TraceMessage::IsHeard(8));
+    test_.tracer.SetLevelMask(4);
+    EXPECT_FALSE(TraceMessage::IsHeard());
+    EXPECT_FALSE(TraceMessage::IsHeard(2));
+    test_.tracer.SetLogToOutput(true);
+    EXPECT_TRUE(TraceMessage::IsHeard());
+    test_.tracer.SetRunning(false);
+    EXPECT_TRUE(TraceMessage::IsHeard(4));
+    test_.tracer.SetLogToOutput(false);
+    EXPECT_FALSE(TraceMessage::IsHeard(4));
+    test_.tracer.SetRunning(true);
+    EXPECT_TRUE(TraceMessage::IsHeard(4));
+}
+
 TEST_F(TraceMessageTest, AskingWhetherItIsHeardResetsTheFormat) {
     TraceMessage::SetFormat(3, 16);
     TraceMessage::IsHeard();
