@@ -109,9 +109,8 @@ private:
         for (std::size_t i = 0; i < targets_; ++i) {
             TimelineEvent& event = AddTo(events, i, kFewEvents);
             if (mapped_->Contains(event.instance, event.property)) [[unlikely]] {
-                cursor_.Refused(status::kTargetIsMapped, event.property);
                 events.resize(before);
-                return status::kTargetIsMapped;
+                return cursor_.Refused(status::kTargetIsMapped, pieces_[2 * i + 1]);
             }
             event.envelope = envelope;
         }

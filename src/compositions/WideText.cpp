@@ -35,9 +35,8 @@ template <std::size_t kBytesInPlace>
 void BasicWideText<kBytesInPlace>::Copy(std::wstring_view characters) {
     if (characters.size() > kLongestInPlace) {
         std::ranges::copy(characters, Begin(characters.size()));
-    } else {  // which may be some of its own characters
-        CopyFew(characters, buffer_.inPlace);
-        Begin(characters.size());
+    } else {
+        CopyFew(characters, Begin(characters.size()));
     }
 }
 
@@ -45,6 +44,7 @@ template <std::size_t kBytesInPlace>
 BasicWideText<kBytesInPlace>& BasicWideText<kBytesInPlace>::Replace(std::wstring_view characters) {
     if (IsLong() || characters.size() > kLongestInPlace) [[unlikely]]
         return *this = BasicWideText(characters);
+    // Before anything else is written: they may be some of its own characters.
     CopyFew(characters, buffer_.inPlace);
     Begin(characters.size());
     return *this;

@@ -21,7 +21,7 @@ public:
 
     // Writes the file's text; false when writing raised an exception, which goes no further.
     bool preprocess(const File& file, std::wostream& out) const;
-    // Makes `text` the text of the bytes. True; a lack of memory throws.
+    // Makes `text` the text of the bytes. True; a lack of memory throws and leaves it empty.
     bool preprocess(std::string_view bytes, std::wstring& text) const;
 };
 

@@ -260,5 +260,25 @@ TEST_F(Compositions, ReadingAScriptLeavesItsTitleInTheLog) {
                             Failed(kFactory, "eCouldNotCreateFX")));
 }
 
+// What a host that registers a script logs at the level.
+std::vector<std::string> LoggedAtLevel(std::uint32_t level) {
+    const Sandbox sandbox;
+    const test_support::ScopedLogSettings log({.level = level}, sandbox.Folder());
+    const std::filesystem::path folder = sandbox.Folder() / "compositions";
+    std::filesystem::create_directories(folder);
+    std::ofstream(folder / "blur.txt", std::ios::binary) << Script("Blur");
+    Host host(sandbox, &log);
+    host.Start("");
+    EXPECT_EQ(host.Do({"register", "blur.txt", "name"}), "0");
+    EXPECT_EQ(host.Finish(), 0);
+    return sandbox.LogMessages();
+}
+
+TEST(CompositionTitle, IsOrdinaryInformation) {
+    EXPECT_THAT(LoggedAtLevel(2),
+                ElementsAre("-----------------", "Blur/Basic", "---------------", ""));
+    EXPECT_THAT(LoggedAtLevel(0xFFFFFFFD), IsEmpty());
+}
+
 }  // namespace
 }  // namespace host_test

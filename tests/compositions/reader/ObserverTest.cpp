@@ -111,8 +111,26 @@ TEST(Observer, TheEndOfARefusalPointsAtTheStatementAndSaysWhy) {
                 Contains("ENVELOPES ends with 17 at " + offset + ", expected, not Spline"));
     EXPECT_THAT(Told(start + "[TIMELINE]  E.\"p\" = Curve"),
                 Contains("TIMELINE ends with 12 at " + offset + ", expected, not Curve"));
+    EXPECT_THAT(Told(start + "[MAPPING]   \"p\" = E.\"q\", other.\"r\""),
+                Contains("MAPPING ends with 13 at " + offset + ", expected, not other"));
+    EXPECT_THAT(Told(start + "[MAPPING]   \"p\" = E.\"twice\", e.\"twice\""),
+                Contains("MAPPING ends with 14 at " + offset + ", expected, not twice"));
     EXPECT_THAT(Told("[SETUP] IS_FILTER = maybe"),
                 Contains("SETUP ends with 12 at 8, expected, not maybe"));
+}
+
+// However long: the records that were made for the statement are gone when it is told.
+TEST(Observer, AMappedTargetIsNamedAsItIsWritten) {
+    for (const std::string property :
+         {"Gain", "a property of more characters than stay in place"}) {
+        const std::string start = TextOf({.effects = "E = \"e\"",
+                                          .mapping = ("\"p\" = E.\"" + property + "\"").c_str(),
+                                          .envelopes = "A = {1}, {0, HOLD}"});
+        const std::string text = start + "[TIMELINE] E.\"free\", e.\"" + property + "\" = A";
+        EXPECT_THAT(Told(text),
+                    Contains("TIMELINE ends with 19 at " + std::to_string(start.size() + 11) +
+                             ", expected, not " + property));
+    }
 }
 
 TEST(Observer, AValueOfNoKnownFormIsSkippedAndItsPlaceIsTheEnd) {

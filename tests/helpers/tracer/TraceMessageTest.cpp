@@ -3,10 +3,13 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <fstream>
 #include <limits>
+#include <memory>
 #include <regex>
 #include <sstream>
+#include <thread>
 
 #include "MemoryLog.h"
 #include "helpers/tracer/ModuleTracer.h"
@@ -110,6 +113,24 @@ TEST_F(TraceMessageTest, IsHeardWhereItWouldBeWritten) {
     EXPECT_FALSE(TraceMessage::IsHeard(4));
     test_.tracer.SetRunning(true);
     EXPECT_TRUE(TraceMessage::IsHeard(4));
+}
+
+// Sanitizers would see who reads a block that is gone.
+TEST(TraceMessages, AreAskedForWhileTracersComeAndGo) {
+    std::atomic<bool> isOver = false;
+    std::atomic<int> heard = 0;
+    std::thread asking([&] {
+        while (!isOver) heard += TraceMessage::IsHeard() ? 1 : 0;
+    });
+    for (int round = 0; round < 50 || heard == 0; ++round) {
+        const auto tracer = std::make_unique<test_tracer::TestTracer>();
+        helpers::PublishTracer(*tracer->layout);
+        std::this_thread::yield();
+        helpers::WithdrawTracer();
+    }
+    isOver = true;
+    asking.join();
+    EXPECT_FALSE(TraceMessage::IsHeard());
 }
 
 TEST_F(TraceMessageTest, AskingWhetherItIsHeardResetsTheFormat) {

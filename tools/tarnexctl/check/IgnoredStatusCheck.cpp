@@ -90,7 +90,8 @@ private:
             "there is no envelope " + Quoted(word), help);
     }
 
-    void SayMapped(const RecordedStatement& refused, std::wstring_view upperProperty) {
+    void SayMapped(const RecordedStatement& refused, std::wstring_view property) {
+        const WideText upperProperty = UpperText(property);
         std::set<UpperName> mapped;  // instances, for that property
         for (const Mapping& mapping : subject_.Description().mappings) {
             if (UpperText(mapping.targetProperty) == upperProperty) mapped.insert(mapping.instance);
