@@ -244,6 +244,7 @@ std::vector<const Instruction*> ProgramBuilder::Write(const std::vector<std::uin
         }
     }
     std::vector<const Instruction*> begins;
+    begins.reserve(entries.size());
     for (const std::uint32_t entry : entries) {
         begins.push_back(instructionOf(Follow(entry)));
     }

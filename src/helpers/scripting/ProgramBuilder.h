@@ -23,7 +23,7 @@ struct Mode {
     bool store = true;
     Append append = Append::kNo;
 
-    auto operator<=>(const Mode&) const = default;
+    auto operator<=>(const Mode&) const = default;  // NOLINT: no null pointer
 };
 
 // A rule is laid out once per mode in which it is called.

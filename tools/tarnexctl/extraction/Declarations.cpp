@@ -132,7 +132,8 @@ std::string SourcesText(const CompositionDescription& description, DeclaredNames
         const std::wstring text = std::to_wstring(number);
         if (!IsUpper(word)) {
             section.AddGap(where, kNotUpper);
-        } else if (section.Add(R56, word + L" = " + text, {word, text}, where)) {
+        } else if (section.Add(R56, std::wstring(word).append(L" = ").append(text), {word, text},
+                               where)) {
             names.insert(name);
         }
     }

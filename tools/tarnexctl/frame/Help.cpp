@@ -1,6 +1,7 @@
 #include "frame/Help.h"
 
 #include <algorithm>
+#include <string_view>
 
 #include "frame/CommandTable.h"
 #include "frame/Text.h"
@@ -19,14 +20,14 @@ void PrintItems(Writer& out, const std::vector<Item>& items) {
     width = std::min<std::size_t>(width, 24);
     for (const Item& item : items) {
         const std::string indent(width + 4, ' ');
-        std::string text = Wrapped(item.help, indent);
+        const std::string text = Wrapped(item.help, indent);
+        out << "  " << item.heading;
         if (DisplayWidth(item.heading) <= width) {
             const std::string blanks(width - DisplayWidth(item.heading) + 2, ' ');
-            text = "  " + item.heading + blanks + text.substr(indent.size());
+            out << blanks << std::string_view(text).substr(indent.size());
         } else {
-            text = "  " + item.heading + "\n" + text;
+            out << "\n" << text;
         }
-        out << text;
     }
 }
 
@@ -36,6 +37,7 @@ void PrintHeading(Writer& out, const char* heading) {
 
 std::vector<Item> OptionItems(const std::vector<OptionSpec>& options) {
     std::vector<Item> items;
+    items.reserve(options.size());
     for (const OptionSpec& option : options) items.push_back({OptionHeading(option), option.help});
     return items;
 }

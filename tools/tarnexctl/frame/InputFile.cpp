@@ -24,7 +24,7 @@ fs::file_status StatusOf(const fs::path& path, const std::string& name) {
 }  // namespace
 
 fs::path ExistingFile(const std::string& name) {
-    const fs::path path = ToPath(name);
+    fs::path path = ToPath(name);
     if (fs::is_directory(StatusOf(path, name))) {
         throw Failure(ExitCode::kInputOutput, InQuotes(name) + " is a folder, not a file");
     }
@@ -32,7 +32,7 @@ fs::path ExistingFile(const std::string& name) {
 }
 
 fs::path ExistingFolder(const std::string& name) {
-    const fs::path path = ToPath(name);
+    fs::path path = ToPath(name);
     if (!fs::is_directory(StatusOf(path, name))) {
         throw Failure(ExitCode::kInputOutput, InQuotes(name) + " is a file, not a folder");
     }

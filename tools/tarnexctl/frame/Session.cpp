@@ -39,7 +39,7 @@ void Session::Progress(std::string_view what) {
 void Session::Progress(std::string_view what, std::uint64_t done, std::uint64_t total) {
     std::string text = std::string(what) + " " + std::to_string(done);
     if (total != 0) text += " of " + std::to_string(total);
-    line_.Show(std::move(text));
+    line_.Show(text);
 }
 
 ExitCode Session::Finish(ExitCode code) {

@@ -32,7 +32,7 @@ OptionSpec OutputOption(const std::string& help) {
 }
 
 std::string OutputName(const Arguments& arguments, const std::string& input) {
-    const std::string name = arguments.ValueOr("--output", "");
+    std::string name = arguments.ValueOr("--output", "");
     std::error_code ignored;
     if (!name.empty() && fs::equivalent(ToPath(name), ToPath(input), ignored)) {
         throw Failure(ExitCode::kUsage, InQuotes(name) + " is what is read: it is not overwritten");

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <limits>
 #include <map>
+#include <string>
+#include <string_view>
 #include <vector>
 
 #include "frame/Text.h"
@@ -17,6 +19,11 @@ namespace {
 constexpr std::uint32_t kMostEffects = 1024;
 
 using Effects = std::vector<std::shared_ptr<fx::IBaseFX>>;
+
+// What an exception said of which effect.
+std::string Said(std::string which, std::string_view what) {
+    return which.append(": ").append(what);
+}
 
 tarnex::PluginEntry* LoadEntry(const std::string& path, ChildReport& report) {
     report.Step("loading the library");
@@ -73,7 +80,7 @@ void CheckNames(fx::IVorelFXFactory& factory, std::uint32_t count, ChildReport& 
         std::wstring name;
         const std::string which = "effect " + std::to_string(index);
         if (Guarded([&] { name = factory.GetFXName(index); },
-                    [&](const std::string& what) { report.Add("P207", which + ": " + what); }) &&
+                    [&](const std::string& what) { report.Add("P207", Said(which, what)); }) &&
             name.empty()) {
             report.Add("P208", which);
         }
@@ -92,14 +99,14 @@ void CheckWrongIndexes(fx::IVorelFXFactory& factory, std::uint32_t count, ChildR
         report.Step("GetFXName of " + which);
         std::wstring name;
         Guarded([&] { name = factory.GetFXName(index); },
-                [&](const std::string& what) { report.Add("P216", which + ": " + what); });
+                [&](const std::string& what) { report.Add("P216", Said(which, what)); });
         if (!name.empty()) report.Add("P209", which + ": \"" + ToUtf8(name) + "\"");
 
         report.Step("CreateFX of " + which);
         std::shared_ptr<fx::IBaseFX> effect;
         fx::_eError code = fx::eWrongFXIdx;
         Guarded([&] { code = factory.CreateFX(index, effect); },
-                [&](const std::string& what) { report.Add("P214", which + ": " + what); });
+                [&](const std::string& what) { report.Add("P214", Said(which, what)); });
         if (code == fx::eSuccess) report.Add("P213", which);
     }
 }

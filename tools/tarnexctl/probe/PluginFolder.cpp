@@ -46,6 +46,7 @@ std::vector<PluginFile> PluginsInFolder(const std::string& folder) {
 std::vector<PluginFile> PluginsByName(const std::string& folder,
                                       const std::vector<std::string>& names) {
     std::vector<PluginFile> files;
+    files.reserve(names.size());
     const fs::path path = ExistingFolder(folder);
     for (const std::string& name : names) {
         files.push_back({ExistingFile(FromPath(path / ToPath(name))), name, true});
