@@ -45,12 +45,13 @@ int RunsTogether(Work&& work) {
     }
 }
 
-// One run in the quickest round, in seconds, and as a counter; an iteration is a round.
-template <typename Work>
-double Best(benchmark::State& state, Work&& work) {
-    const int runs = RunsTogether(work);
+// One run in the quickest round of that many, in seconds, and as a counter; an iteration is a
+// round, and `prepare` goes before it.
+template <typename Prepare, typename Work>
+double BestOf(benchmark::State& state, int runs, Prepare prepare, Work&& work) {
     double best = std::numeric_limits<double>::max();
     for (auto _ : state) {
+        prepare();
         const double start = Now();
         for (int run = 0; run < runs; ++run) work();
         const double took = Now() - start;
@@ -59,6 +60,12 @@ double Best(benchmark::State& state, Work&& work) {
     }
     state.counters["ns"] = best * 1e9;
     return best;
+}
+
+template <typename Work>
+double Best(benchmark::State& state, Work&& work) {
+    return BestOf(
+        state, RunsTogether(work), [] {}, work);
 }
 
 // Texts that a host reads one after the other are all different; one text read again and again, as
@@ -138,23 +145,6 @@ void EmptyCaches() {
     benchmark::DoNotOptimize(memory.data());
 }
 
-// The quickest of some runs, each begun with empty caches: in seconds, and as a counter; an
-// iteration is a run.
-template <typename Work>
-double BestCold(benchmark::State& state, Work&& work) {
-    double best = std::numeric_limits<double>::max();
-    for (auto _ : state) {
-        EmptyCaches();
-        const double start = Now();
-        work();
-        const double took = Now() - start;
-        best = std::min(best, took);
-        state.SetIterationTime(took);
-    }
-    state.counters["ns"] = best * 1e9;
-    return best;
-}
-
 // All sizes begin alike: otherwise short texts would be read from the caches again and again, and
 // long ones never. The code is not in the caches either, which weighs most on the smallest size;
 // the counts of `./dev bench growth` are free of that.
@@ -162,7 +152,7 @@ void Hostile(benchmark::State& state, const bench::Family& family) {
     static std::map<std::pair<std::string, std::int64_t>, double> measured;
     const std::string text = family.make(static_cast<std::size_t>(state.range(0)));
     std::int32_t status = -1;
-    const double reading = BestCold(state, [&] {
+    const double reading = BestOf(state, 1, EmptyCaches, [&] {
         const compositions::CompositionScript script(text);
         status = script.GetReadStatus();
     });

@@ -43,8 +43,7 @@ std::size_t ReadKeys(const Pieces& pieces, std::vector<EnvelopeKey>& keys) {
         std::wstring_view value = L"1.0"sv;
         std::wstring_view parameters[] = {L"0.0"sv, L"0.0"sv};
         if (next + 1 < pieces.size() && IsNumber(pieces[next])) value = pieces[next++];
-        if (!IsKind(pieces[next])) [[unlikely]]
-            return next;
+        if (!IsKind(pieces[next])) return next;
         EnvelopeKey& key = keys.emplace_back();
         key.kind.Assign(pieces[next++]);
         if (HasParameters(pieces, next)) {
@@ -71,14 +70,13 @@ std::int32_t ReadEnvelopes(ScriptCursor& cursor, CompositionDescription& descrip
     Pieces& pieces = cursor.Scratch();
     while (cursor.Match(R52, pieces)) {
         UpperName name(pieces[0]);
-        if (description.envelopes.contains(name)) [[unlikely]] {
+        if (description.envelopes.contains(name)) {
             return cursor.Refused(status::kDefinedTwice, pieces[0]);
         }
         Envelope envelope;
         envelope.count = pieces[1];
         const std::size_t unknown = ReadKeys(pieces, envelope.keys);
-        if (unknown != 0) [[unlikely]]
-            return cursor.Refused(status::kUnknownKind, pieces[unknown]);
+        if (unknown != 0) return cursor.Refused(status::kUnknownKind, pieces[unknown]);
         description.envelopes.emplace(std::move(name), std::move(envelope));
         cursor.Taken();
     }

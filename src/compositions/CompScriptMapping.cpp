@@ -23,8 +23,7 @@ public:
     }
     // Whether no other one is as the last one is, which is dropped otherwise.
     bool KeepLast() {
-        if (!IsThereTwice()) [[likely]]
-            return true;
+        if (!IsThereTwice()) return true;
         mappings_.pop_back();
         return false;
     }
@@ -32,7 +31,7 @@ public:
 private:
     // Enters the mappings that were added since it was asked last.
     bool IsThereTwice() {
-        if (mappings_.size() <= kFewStatements) [[likely]] {
+        if (mappings_.size() <= kFewStatements) {
             const auto last = mappings_.end() - 1;
             return std::find(mappings_.begin(), last, *last) != last;
         }
@@ -61,7 +60,7 @@ std::int32_t TakeTargets(ScriptCursor& cursor, CompositionDescription& descripti
                          std::uint32_t access, MappingList& mappings) {
     for (std::size_t next = targets.size(); next >= 2; next -= 2) {
         UpperName instance(targets[next - 2]);
-        if (!description.effectInstances.contains(instance)) [[unlikely]] {
+        if (!description.effectInstances.contains(instance)) {
             return cursor.Refused(status::kUnknownInstance, targets[next - 2]);
         }
         Mapping& mapping = mappings.Add();
@@ -69,8 +68,7 @@ std::int32_t TakeTargets(ScriptCursor& cursor, CompositionDescription& descripti
         mapping.access = access;
         mapping.instance = std::move(instance);
         mapping.targetProperty = targets[next - 1];
-        if (!mappings.KeepLast()) [[unlikely]]
-            return cursor.Refused(status::kDefinedTwice, targets[next - 1]);
+        if (!mappings.KeepLast()) return cursor.Refused(status::kDefinedTwice, targets[next - 1]);
     }
     cursor.Taken();
     return status::kRead;
@@ -88,7 +86,7 @@ std::int32_t ReadMapping(ScriptCursor& cursor, CompositionDescription& descripti
         AccessFlags access;
         for (std::size_t i = 0; i < name; ++i) {
             // Words that mean nothing here are passed over.
-            if (access.Take(pieces[i]) == AccessWord::kRefused) [[unlikely]] {
+            if (access.Take(pieces[i]) == AccessWord::kRefused) {
                 return cursor.Refused(access.Status(), pieces[i]);
             }
         }

@@ -38,8 +38,7 @@ private:
     static constexpr std::size_t kScanLimit = 8;  // shorter lists are looked through
 
     static void Index(const Names& names, HashIndex& index) {
-        if (names.size() <= kScanLimit) [[likely]]
-            return;
+        if (names.size() <= kScanLimit) return;
         for (std::size_t i = 0; i < names.size(); ++i) {
             const auto equals = [&](std::size_t other) { return names[other] == names[i]; };
             index.Insert(HashOf(names[i].View()), i, equals);
@@ -49,8 +48,7 @@ private:
     static bool IsListed(const UpperName& name, const Names& names, std::size_t count,
                          const HashIndex& index) {
         const auto matches = [&](std::size_t i) { return names[i] == name; };
-        if (count > kScanLimit) [[unlikely]]
-            return index.Contains(HashOf(name.View()), matches);
+        if (count > kScanLimit) return index.Contains(HashOf(name.View()), matches);
         for (std::size_t i = 0; i < count; ++i) {
             if (matches(i)) return true;
         }
@@ -120,16 +118,14 @@ std::int32_t ReadNodes(ScriptCursor& cursor, CompositionDescription& description
         if (CanBe(form, TextForm::kComma) && cursor.Match(LxComma, pieces)) {
             tree.AddComma();
         } else if (CanBe(form, TextForm::kOpenParen) && cursor.Match(LxOpenParen, pieces)) {
-            if (!tree.Open()) [[unlikely]]
-                return cursor.Refused(status::kFaultyStatement, pieces[0]);
+            if (!tree.Open()) return cursor.Refused(status::kFaultyStatement, pieces[0]);
         } else if (CanBe(form, TextForm::kCloseParen) && cursor.Match(LxCloseParen, pieces)) {
-            if (!tree.Close()) [[unlikely]]
-                return cursor.Refused(status::kFaultyStatement, pieces[0]);
+            if (!tree.Close()) return cursor.Refused(status::kFaultyStatement, pieces[0]);
         } else if (CanBe(form, TextForm::kWord) && cursor.Match(LxIdent, pieces)) {
             UpperName name(pieces[0]);
             if (name == L"MIX"sv) {
                 name = MakeMix(description.mixes);
-            } else if (!declarations.Contains(name)) [[unlikely]] {
+            } else if (!declarations.Contains(name)) {
                 return cursor.Refused(status::kUnknownName, pieces[0]);
             }
             tree.AddName(std::move(name));
@@ -154,7 +150,7 @@ std::int32_t ReadStructure(ScriptCursor& cursor, CompositionDescription& descrip
     const std::int32_t result = ReadNodes(cursor, description, tree);
     if (result != status::kRead) return result;
     std::vector<StructureNode>& roots = tree.Roots();
-    if (roots.size() != 1) [[unlikely]] {
+    if (roots.size() != 1) {
         helpers::ReportAssertion("CompScript", 491,
                                  "compositions::CompositionScript::ReadStructureSection");
     }

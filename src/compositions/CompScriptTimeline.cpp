@@ -19,8 +19,7 @@ std::uint64_t HashOfTarget(const UpperName& instance, std::wstring_view upperPro
 class MappedTargets {
 public:
     explicit MappedTargets(const Mappings& mappings) : mappings_(mappings) {
-        if (mappings.size() <= kFewStatements) [[likely]]
-            return;
+        if (mappings.size() <= kFewStatements) return;
         upperProperties_.reserve(mappings.size());
         for (std::size_t i = 0; i < mappings.size(); ++i) {
             upperProperties_.push_back(UpperText(mappings[i].targetProperty));
@@ -32,7 +31,7 @@ public:
     }
 
     bool Contains(const UpperName& instance, const WideText& upperProperty) const {
-        if (upperProperties_.empty()) [[likely]] {
+        if (upperProperties_.empty()) {
             return std::ranges::any_of(mappings_, [&](const Mapping& mapping) {
                 return mapping.instance == instance &&
                        mapping.targetProperty.size() == upperProperty.size() &&
@@ -56,7 +55,7 @@ private:
 // The properties of inner effects that a statement sets: two pieces make one. A single piece at the
 // end is reported and left out.
 std::size_t CountTargets(const Pieces& pieces) {
-    if (pieces.size() % 2 != 0) [[unlikely]] {
+    if (pieces.size() % 2 != 0) {
         helpers::ReportAssertion("CompScript", 662,
                                  "compositions::CompositionScript::ReadTimelineSection");
     }
@@ -86,6 +85,7 @@ public:
     }
 
 private:
+    // Below a kilobyte, memory comes from where it is quickest.
     static constexpr std::size_t kFewEvents = 4;
 
     std::optional<TimelineValueKind> MatchValue(TextForm form, Pieces& value) {
@@ -100,7 +100,7 @@ private:
     // All of them or, when MAPPING drives one, none.
     std::int32_t AddEvents(std::wstring_view word) {
         const UpperName envelope(word);
-        if (!description_.envelopes.contains(envelope)) [[unlikely]] {
+        if (!description_.envelopes.contains(envelope)) {
             return cursor_.Refused(status::kFaultyStatement, word);
         }
         if (!mapped_) mapped_.emplace(description_.mappings);
@@ -108,7 +108,7 @@ private:
         const std::size_t before = events.size();
         for (std::size_t i = 0; i < targets_; ++i) {
             TimelineEvent& event = AddTo(events, i, kFewEvents);
-            if (mapped_->Contains(event.instance, event.property)) [[unlikely]] {
+            if (mapped_->Contains(event.instance, event.property)) {
                 events.resize(before);
                 return cursor_.Refused(status::kTargetIsMapped, pieces_[2 * i + 1]);
             }

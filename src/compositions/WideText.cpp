@@ -33,10 +33,11 @@ void CopyFew(std::wstring_view from, wchar_t* to) {
 
 template <std::size_t kBytesInPlace>
 void BasicWideText<kBytesInPlace>::Copy(std::wstring_view characters) {
-    if (characters.size() > kLongestInPlace) {
-        std::ranges::copy(characters, Begin(characters.size()));
+    wchar_t* const to = Begin(characters.size());
+    if (IsLong()) {
+        std::ranges::copy(characters, to);
     } else {
-        CopyFew(characters, Begin(characters.size()));
+        CopyFew(characters, to);
     }
 }
 
