@@ -10,6 +10,7 @@
 
 #include "platform/CodePage.h"
 #include "platform/windows/CommandLine.h"
+#include "platform/windows/ProcessStart.h"
 #include "platform/windows/SystemError.h"
 
 namespace platform {
@@ -103,10 +104,12 @@ bool Start(const ChildRequest& request, HANDLE input, HANDLE output, HANDLE erro
     const std::wstring program = ToWide(request.program, CodePage::kUtf8);
     std::wstring line = CommandLineOf(request.program, request.arguments);
     std::wstring environment = EnvironmentWith(request.environment);
-    const BOOL started =
-        CreateProcessW(program.c_str(), line.data(), nullptr, nullptr, TRUE,
-                       CREATE_SUSPENDED | EXTENDED_STARTUPINFO_PRESENT | CREATE_UNICODE_ENVIRONMENT,
-                       environment.data(), nullptr, &startup.StartupInfo, &process);
+    constexpr DWORD kFlags =
+        CREATE_SUSPENDED | EXTENDED_STARTUPINFO_PRESENT | CREATE_UNICODE_ENVIRONMENT;
+    const BOOL started = StartProcess([&] {
+        return CreateProcessW(program.c_str(), line.data(), nullptr, nullptr, TRUE, kFlags,
+                              environment.data(), nullptr, &startup.StartupInfo, &process);
+    });
     DeleteProcThreadAttributeList(list);
     return started != 0;
 }

@@ -6,14 +6,14 @@
 #include <cstdlib>
 #include <initializer_list>
 
+#include "platform/windows/ProcessStart.h"
+
 namespace test_support {
 
 namespace {
 
 // What OutputDebugString raises for whoever looks.
 constexpr DWORD kNarrowDebugText = 0x40010006;
-
-constexpr int kStartTries = 3;
 
 HANDLE Handle(std::intptr_t value) {
     return reinterpret_cast<HANDLE>(value);
@@ -99,15 +99,10 @@ ChildProcess::ChildProcess(const std::filesystem::path& program, const ChildOpti
     start.hStdError = error;
     PROCESS_INFORMATION process{};
     const ScopedEnvironment environment(options.environment);
-    BOOL started = FALSE;
-    // Wine on a busy machine sometimes gives up waiting for the new process.
-    for (int tries = 0; !started && tries < kStartTries; ++tries) {
-        started = CreateProcessW(program.c_str(), command.data(), nullptr, nullptr, TRUE, 0,
-                                 nullptr, options.folder.c_str(), &start, &process);
-        if (!started && GetLastError() != ERROR_INTERNAL_ERROR) {
-            break;
-        }
-    }
+    const BOOL started = platform::StartProcess([&] {
+        return CreateProcessW(program.c_str(), command.data(), nullptr, nullptr, TRUE, 0, nullptr,
+                              options.folder.c_str(), &start, &process);
+    });
     Require(started, "CreateProcess");
     CloseHandle(process.hThread);
     CloseHandle(childIn);
