@@ -7,6 +7,7 @@
 #include <cstdio>
 #include <string>
 
+#include "HostileScripts.h"
 #include "ReaderScripts.h"
 #include "compositions/CompScript.h"
 

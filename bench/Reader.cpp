@@ -14,6 +14,7 @@
 #include <string_view>
 #include <vector>
 
+#include "HostileScripts.h"
 #include "ReaderScripts.h"
 #include "Tokenising.h"
 #include "compositions/CompScript.h"
