@@ -25,12 +25,12 @@ public:
     }
 
     // Matches a rule, or reads a lexem kind, at the position. `out` is cleared first, and holds
-    // the stored pieces after a match, with the position behind it. On failure `out` is empty and
-    // the position unchanged.
+    // the stored pieces after a match, with the position behind it. On failure, and a lack of
+    // memory is one, `out` is empty and the position unchanged.
     bool get_expression(std::uint32_t rule, std::vector<String>& out) {
         return this->MatchRule(rule, out, &ReportLine);
     }
-    // The same without copying the pieces.
+    // The same without copying the pieces; a lack of memory throws std::bad_alloc.
     bool get_expression(std::uint32_t rule, Pieces& out) {
         return this->MatchRule(rule, out, &ReportLine);
     }

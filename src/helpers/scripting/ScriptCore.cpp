@@ -87,31 +87,28 @@ bool ScriptCore::MatchRule(std::uint32_t rule, Pieces& out, Report report) {
         return matcher_.MatchLexem(*entry->lexem, position_, out);
     }
     std::size_t position = position_;
-    if (entry != nullptr && matcher_.Match(*entry, position, out, 0, report)) {
-        try {
-            matcher_.Recorded().Finish(out);
-            position_ = position;
-            return true;
-        } catch (const std::bad_alloc&) {
-        }
+    if (entry == nullptr || !matcher_.Match(*entry, position, out, 0, report)) {
+        out.clear();
+        return false;
     }
-    out.clear();
-    return false;
+    matcher_.Recorded().Finish(out);
+    position_ = position;
+    return true;
 }
 
 bool ScriptCore::MatchRule(std::uint32_t rule, std::vector<std::wstring>& out, Report report) {
     out.clear();
     const std::size_t before = position_;
-    Pieces pieces;
-    if (!MatchRule(rule, pieces, report)) return false;
     try {
+        Pieces pieces;
+        if (!MatchRule(rule, pieces, report)) return false;
         out.assign(pieces.begin(), pieces.end());
+        return true;
     } catch (const std::bad_alloc&) {
         out.clear();
         position_ = before;
         return false;
     }
-    return true;
 }
 
 bool ScriptCore::MatchNode(const GrammarNode& node, std::vector<std::wstring>& out, bool store,

@@ -8,6 +8,7 @@
 #include <new>
 
 #include "compositions/ArchiveWriter.h"
+#include "compositions/CompScript.h"
 #include "compositions/CompositionFactory.h"
 #include "compositions/ScriptArchive.h"
 #include "compositions/archive/PlainDescription.h"
@@ -41,9 +42,7 @@ std::size_t FileCount(const TempFolder& folder) {
     return count;
 }
 
-// Registers `composition` under each fault, of a factory that looks into `folder`. The toolkit
-// takes memory that runs out under a token for a statement that does not match: such a script is
-// faulty, or ends early.
+// Registers `composition` under each fault, of a factory that looks into `folder`.
 void ExpectWholeOrNone(const std::wstring& folder, const std::wstring& composition, bool isPath) {
     std::wstring id;
     ASSERT_TRUE(CompositionFactory(folder).RegisterComposition(composition, isPath, id));
@@ -74,6 +73,32 @@ void ExpectWholeOrNone(const std::wstring& folder, const std::wstring& compositi
         factory.reset();
         captured::TakeTraced();
         std::wstring().swap(name);
+        EXPECT_EQ(LiveAllocations(), live) << nth;
+        return happened;
+    });
+}
+
+// Numbers with a gap within are put together, which takes memory while a statement is matched.
+TEST(OutOfMemory, ADescriptionIsWholeOrNone) {
+    const std::string text = kScript +
+                             "[PROPERTIES]\n\"a\" = 123456789 .5\n\"b\" = -  987654321\n" +
+                             "[TIMELINE]\nB.\"x\" = 123456789 . 5\nB.\"y\" = 1\n";
+    const CompositionScript whole(text);
+    ASSERT_EQ(whole.GetProperties().size(), 2u);
+    ASSERT_EQ(whole.GetTimelineEntries().size(), 2u);
+    ForEachAllocation([&](int nth, bool lasts) {
+        captured::TakeTraced();
+        const std::int64_t live = LiveAllocations();
+        bool happened = true;
+        try {
+            const AllocationFault fault(Fault::kBadAlloc, nth, lasts);
+            const CompositionScript script(text);
+            happened = fault.Happened();
+            EXPECT_EQ(script.GetReadStatus(), 0) << nth;
+            EXPECT_TRUE(script.GetDescription() == whole.GetDescription()) << nth;
+        } catch (const std::bad_alloc&) {
+        }
+        captured::TakeTraced();
         EXPECT_EQ(LiveAllocations(), live) << nth;
         return happened;
     });
