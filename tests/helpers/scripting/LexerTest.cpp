@@ -2,7 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <iterator>
 #include <limits>
+#include <string>
 
 #include "compositions/language/CompInterpreter.h"
 #include "compositions/language/ScriptCharacters.h"
@@ -231,17 +233,48 @@ TEST(Lexer, ATakenNumberIsRefusedAndChangesNothing) {
     EXPECT_EQ(script.Tables().SymbolCount(), 8u);
 }
 
-TEST(Characters, ClassesHaveTheirPublishedLengths) {
-    EXPECT_EQ(characters::kBlanks.size(), 4u);
-    EXPECT_EQ(characters::kDigits.size(), 10u);
-    EXPECT_EQ(characters::kDigitsQuote.size(), 11u);
-    EXPECT_EQ(characters::kLetters.size(), 52u);
-    EXPECT_EQ(characters::kIdentStart.size(), 53u);
-    EXPECT_EQ(characters::kAfterNumber.size(), 72u);
-    EXPECT_EQ(characters::kAfterIdent.size(), 20u);
-    EXPECT_EQ(characters::kAfterOpenBracket.size(), 56u);
-    EXPECT_EQ(characters::kAnyScriptChar.size(), 82u);
-    EXPECT_EQ(characters::kStringStart.size(), 80u);
+// The tables are written here a second time: whoever changes one changes what a valid script is.
+TEST(Characters, LexemsBeginAndEndWithThePublishedOnes) {
+    const std::wstring blanks = L" \n\t\r";
+    const std::wstring digits = L"0123456789";
+    const std::wstring letters = L"ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz";
+    const std::wstring marks = L";[]=\":\\.(){},-+%";
+    const std::wstring any = blanks + letters + marks + digits;
+    const std::wstring stringStart = letters + blanks + digits + L";[]=:\\.(){},-%";
+    ASSERT_EQ(any.size(), 82u);
+    ASSERT_EQ(stringStart.size(), 80u);
+    const LexemDefinition published[] = {{0, digits, letters + blanks + marks},
+                                         {2, L"-", digits},
+                                         {3, L"+", any},
+                                         {4, L".", digits + L"\""},
+                                         {6, letters + L"_", marks + blanks},
+                                         {7, L"\"", any},
+                                         {13, L"[", letters + blanks},
+                                         {14, L"]", blanks},
+                                         {15, stringStart, L"\""},
+                                         {18, L"=", any},
+                                         {19, L"%", any},
+                                         {22, L",", any},
+                                         {23, L":", any},
+                                         {24, L"{", any},
+                                         {25, L"}", any},
+                                         {40, L"(", any},
+                                         {41, L")", any}};
+    const CompInterpreter interpreter(std::string_view(" "));
+    EXPECT_EQ(interpreter.Blanks(), blanks);
+    const auto& lexems = interpreter.Tables().Lexems();
+    EXPECT_EQ(lexems.size(), std::size(published));
+    for (const LexemDefinition& expected : published) {
+        SCOPED_TRACE(expected.kind);
+        const auto found = lexems.find(expected.kind);
+        ASSERT_NE(found, lexems.end());
+        EXPECT_EQ(found->second.kind, expected.kind);
+        EXPECT_EQ(found->second.start_set, expected.start_set);
+        EXPECT_EQ(found->second.stop_set, expected.stop_set);
+        EXPECT_TRUE(found->second.keep_first);
+        EXPECT_FALSE(found->second.keep_stop);
+        EXPECT_FALSE(found->second.skip_stop);
+    }
 }
 
 TEST(Characters, NoByteAbove127IsInAClass) {
