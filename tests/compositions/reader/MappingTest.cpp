@@ -66,6 +66,13 @@ TEST(MappingSection, WordsAndTargetsOfAnyNumberAreToldApart) {
                 ElementsAre(L"N 1 E2.y", L"N 1 E1.x"));
 }
 
+TEST(MappingSection, BlanksOfEverySortBeforeANameAreNoneOfIt) {
+    for (const char* blanks : {" ", "\t", "\n", "\r\n", " \t\n "}) {
+        const std::string statement = "WRITE \"" + std::string(blanks) + "Strength\" = E1.\"x\"";
+        EXPECT_THAT(MappingsOf(statement.c_str()).mappings, ElementsAre(L"STRENGTH 3 E1.x"));
+    }
+}
+
 TEST(MappingSection, RefusedAccessWordsEndTheSection) {
     const MappingsResult ten =
         MappingsOf("\"A\" = E1.\"x\" ENVELOPED EXPENSIVE \"B\" = E1.\"y\" \"C\" = E1.\"z\"");
@@ -75,6 +82,10 @@ TEST(MappingSection, RefusedAccessWordsEndTheSection) {
     const MappingsResult eleven = MappingsOf("EXPENSIVE ENVELOPED \"B\" = E1.\"y\"");
     EXPECT_EQ(eleven.status, 11);
     EXPECT_THAT(eleven.mappings, IsEmpty());
+}
+
+TEST(MappingSection, AccessWordsAreLookedAtBeforeTargets) {
+    EXPECT_EQ(MappingsOf("ENVELOPED EXPENSIVE \"A\" = Nobody.\"x\"").status, 10);
 }
 
 TEST(MappingSection, UnknownInstanceIsStatus13AndKeepsWhatCameBefore) {

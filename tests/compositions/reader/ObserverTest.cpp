@@ -86,6 +86,12 @@ TEST(Observer, OffsetsCountTheCommentsInside) {
                 Contains("SETUP R16 taken: NAME ; what it is called\n = ; next\n \"n\""));
 }
 
+TEST(Observer, AStatementEndsWhereACommentBeginsAtOnce) {
+    const std::string text = "[SETUP] NAME = \"n\";note\nCATEGORY = \"c\";";
+    EXPECT_THAT(Told(text), Contains("SETUP R16 taken: NAME = \"n\""));
+    EXPECT_THAT(Told(text), Contains("SETUP R16 taken: CATEGORY = \"c\""));
+}
+
 TEST(Observer, ARefusedStatementIsNamedWithItsCulprit) {
     const std::string start = TextOf({.effects = "E = \"e\""});
     const auto last = [&](const std::string& section) {
@@ -117,6 +123,15 @@ TEST(Observer, TheEndOfARefusalPointsAtTheStatementAndSaysWhy) {
                 Contains("MAPPING ends with 14 at " + offset + ", expected, not twice"));
     EXPECT_THAT(Told("[SETUP] IS_FILTER = maybe"),
                 Contains("SETUP ends with 12 at 8, expected, not maybe"));
+}
+
+TEST(Observer, TheCulpritOfOneSectionIsNotThatOfTheNext) {
+    const std::string text = TextOf({.properties = "EXPENSIVE ENVELOPED \"p\" = 1", .mapping = ""});
+    const auto told = Told(text);
+    EXPECT_THAT(told, Contains("PROPERTIES ends with 11 at " + std::to_string(text.find("EXPENS")) +
+                               ", expected, not ENVELOPED"));
+    EXPECT_THAT(
+        told, Contains("MAPPING ends with 0 at " + std::to_string(text.size()) + ", expected 46"));
 }
 
 // However long: the records that were made for the statement are gone when it is told.

@@ -102,5 +102,5 @@ PlainComparison CompareWithPlain(const std::string& text) {
         difference = "the observed reading";
     }
     if (difference.empty() && !observer.isGood) difference = "the observer's places";
-    return {difference, plain.readStatus == 0};
+    return {difference, plain.sections};
 }

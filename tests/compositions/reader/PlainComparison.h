@@ -1,10 +1,12 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
+#include <vector>
 
 struct PlainComparison {
     std::string difference;  // the first one, in words; empty when there is none
-    bool readWhole = false;  // the script read to its end
+    std::vector<std::int32_t> sections;  // the status of each, in the order of Section
 };
 
 // Reads the script with the real reader, with and without an observer, and with the plain one over

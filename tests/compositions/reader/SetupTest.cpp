@@ -63,6 +63,20 @@ TEST_F(Setup, WithoutCategoryIsStatus3AndTracesNothing) {
     EXPECT_THAT(captured::TakeTraced(), IsEmpty());
 }
 
+TEST_F(Setup, WhatWasReadBeforeAFailureStays) {
+    const auto unnamed = Read("SPEED = 5 SWAP = TRUE IS_FILTER = TRUE %v% = REGS : {\"a\", \"b\"}");
+    EXPECT_EQ(unnamed->GetReadStatus(), 3);
+    EXPECT_EQ(unnamed->GetSpeed(), 5);
+    EXPECT_TRUE(unnamed->GetSwap());
+    EXPECT_TRUE(unnamed->IsFilter());
+    EXPECT_EQ(unnamed->GetRegistryValues().size(), 1u);
+    const auto refused = Read("SPEED = 5 IS_FILTER = TRUE IS_FILTER = maybe SWAP = TRUE");
+    EXPECT_EQ(refused->GetReadStatus(), 12);
+    EXPECT_EQ(refused->GetSpeed(), 5);
+    EXPECT_TRUE(refused->IsFilter());
+    EXPECT_FALSE(refused->GetSwap());
+}
+
 TEST_F(Setup, WithoutNameIsStatus3) {
     EXPECT_EQ(Read("CATEGORY = \"c\"")->GetReadStatus(), 3);
     EXPECT_EQ(Read("NAME = \"\" CATEGORY = \"c\"")->GetReadStatus(), 3);
@@ -81,6 +95,12 @@ TEST_F(Setup, TraceLineIsCutToItsBuffer) {
     const auto traced = captured::TakeTraced();
     ASSERT_EQ(traced.size(), 1u);
     EXPECT_EQ(traced[0], L"-----------------\n" + std::wstring(1023 - 18, L'x'));
+}
+
+TEST_F(Setup, TracedTextsEndAtTheirFirstZero) {
+    ReadScript("[SETUP] NAME = \"a" + std::string(1, '\0') + "b\" CATEGORY = \"c" +
+               std::string(1, '\0') + "d\"");
+    EXPECT_THAT(captured::TakeTraced(), ElementsAre(L"-----------------\na/c\n---------------\n"));
 }
 
 TEST_F(Setup, TraceLineIsWrittenEvenIfALaterSectionFails) {
@@ -160,7 +180,11 @@ TEST_F(Setup, EndsAtTheFirstTextThatIsNoStatement) {
 }
 
 TEST_F(Setup, LaterStatementReplacesTheEarlier) {
-    EXPECT_EQ(Read("NAME = \"a\" NAME = \"b\" CATEGORY = \"c\"")->GetName(), L"b");
+    const auto script =
+        Read("NAME = \"a\" NAME = \"b\" CATEGORY = \"c\" CATEGORY = \"d\" SPEED = 1 SPEED = 2");
+    EXPECT_EQ(script->GetName(), L"b");
+    EXPECT_EQ(script->GetCategory(), L"d");
+    EXPECT_EQ(script->GetSpeed(), 2);
 }
 
 TEST_F(Setup, NegativeAndHugeSpeedsAreDecimalNumbersOf32Bits) {

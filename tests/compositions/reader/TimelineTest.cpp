@@ -81,14 +81,15 @@ TEST(Timeline, AMappedTargetIsFoundHoweverManyThereAre) {
     for (int count = 1; count <= 20; ++count) {
         std::string mapping;
         for (int i = 0; i < count; ++i) mapping += "\"A\" = E1.\"Gain" + std::to_string(i) + "\"\n";
+        const auto statusOf = [&](const std::string& target) {
+            const std::string timeline = target + " = Fade";
+            return TimelineStatus(*ReadTimeline(timeline.c_str(), mapping.c_str()));
+        };
         for (int mapped = 0; mapped <= count; ++mapped) {
-            const std::string timeline = "E1.\"gAIN" + std::to_string(mapped) + "\" = F";
-            const auto script = ReadScript(ScriptParts{.effects = "E1 = \"e\"",
-                                                       .mapping = mapping.c_str(),
-                                                       .envelopes = "F = {1}, {0, HOLD}",
-                                                       .timeline = timeline.c_str()});
-            ASSERT_EQ(TimelineStatus(*script), mapped < count ? 19 : 0)
+            const std::string property = "gAIN" + std::to_string(mapped);
+            ASSERT_EQ(statusOf("E1.\"" + property + "\""), mapped < count ? 19 : 0)
                 << mapped << " of " << count;
+            ASSERT_EQ(statusOf("E2.\"" + property + "\""), 0) << "of another instance";
         }
     }
 }
@@ -97,6 +98,12 @@ TEST(Timeline, AMappedTargetMayHaveAValue) {
     const auto script = ReadTimeline("E1.\"gain\" = 1", "\"P\" = E1.\"Gain\"");
     EXPECT_EQ(TimelineStatus(*script), 0);
     EXPECT_EQ(script->GetTimelineEntries().size(), 1u);
+}
+
+TEST(Timeline, AFaultAmongSeveralTargetsKeepsNoneOfThem) {
+    const auto script = ReadTimeline("E1.\"a\" = Fade E1.\"b\", E2.\"c\" = Nobody");
+    EXPECT_EQ(TimelineStatus(*script), 12);
+    EXPECT_THAT(script->GetTimelineEvents(), ElementsAre(Event(L"E1", L"A")));
 }
 
 TEST(Timeline, TheEnvelopeIsLookedUpBeforeTheMappings) {
