@@ -49,6 +49,22 @@ TEST(InputFile, MissingFileAndFolderDoNotOpen) {
     EXPECT_FALSE(file.IsOpen());
 }
 
+// Where the system keeps files for those who opened them: on Windows.
+TEST(InputFile, OthersMayReadAnOpenFileAndNotWriteIt) {
+    const TempFolder folder;
+    const auto path = folder.Path() / "a.txt";
+    Put(path, "a");
+    const bool keeps = std::filesystem::path::preferred_separator == L'\\';
+    platform::InputFile file;
+    ASSERT_TRUE(file.Open(Wide(path)));
+    platform::InputFile other;
+    EXPECT_TRUE(other.Open(Wide(path)));
+    other.Close();
+    EXPECT_EQ(std::ofstream(path, std::ios::app).is_open(), !keeps);
+    file.Close();
+    EXPECT_TRUE(std::ofstream(path, std::ios::app).is_open());
+}
+
 TEST(InputFile, BackslashSeparatesFolders) {
     const TempFolder folder;
     Put(folder.Path() / "a.txt", "a");

@@ -14,6 +14,9 @@ namespace compositions {
 
 using CompScriptFile = helpers::scripting::ScriptFile<std::wstring>;
 
+// What a host's file dialog calls the files of scripts; nothing here reads it.
+inline constexpr const wchar_t* kScriptFileType = L"VE composition script file";
+
 class CompInterpreter
     : public helpers::scripting::Interpreter<CompPreprocessor, CompScriptFile, std::wstring> {
 public:

@@ -70,9 +70,11 @@ bool CompPreprocessor::preprocess(std::string_view bytes, std::wstring& text) co
 bool CompPreprocessor::preprocess(const File& file, std::wostream& out) const {
     try {
         std::string_view bytes = file.Bytes();
-        if (!bytes.empty()) bytes.remove_suffix(1);
-        std::wstring text;
-        preprocess(bytes, text);
+        std::wstring text(1, L'\0');  // all that a file without a buffer gives
+        if (!bytes.empty()) {
+            bytes.remove_suffix(1);  // the blank, which comes back
+            preprocess(bytes, text);
+        }
         Write(out, text);
         return true;
     } catch (...) {  // the stream's, whatever it was told to throw

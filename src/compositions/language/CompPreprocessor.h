@@ -19,7 +19,8 @@ public:
 
     using File = helpers::scripting::ScriptFile<std::wstring>;
 
-    // Writes the file's text; false when writing raised an exception, which goes no further.
+    // Writes the file's text, which is the zero alone where the file has no buffer; false when
+    // writing raised an exception, which goes no further.
     bool preprocess(const File& file, std::wostream& out) const;
     // Makes `text` the text of the bytes. True; a lack of memory throws and leaves it empty.
     bool preprocess(std::string_view bytes, std::wstring& text) const;

@@ -42,6 +42,10 @@ protected:
     const std::filesystem::path path_ = std::filesystem::current_path() / "script_file_test.txt";
 };
 
+TEST(FileType, HasItsPublishedName) {
+    EXPECT_EQ(compositions::kScriptFileType, std::wstring(L"VE composition script file"));
+}
+
 TEST_F(Files, AFileIsReadWholeWithABlankBehind) {
     CompScriptFile whole(Write(std::string_view("a\0b\r\n\xE9", 6)));
     EXPECT_TRUE(whole.loaded());
@@ -64,6 +68,11 @@ TEST_F(Files, AMissingFileIsNotLoaded) {
 TEST_F(Files, AnEmptyFileAndAFolderAreNotLoaded) {
     EXPECT_FALSE(CompScriptFile(Write("")).loaded());
     EXPECT_FALSE(CompScriptFile(std::filesystem::current_path().wstring()).loaded());
+}
+
+TEST_F(Files, AnEmptyFileIsNotKeptOpen) {
+    const CompScriptFile file(Write(""));
+    EXPECT_TRUE(std::filesystem::remove(path_));
 }
 
 TEST_F(Files, AFileTooLargeForItsLengthIsNotLoaded) {
@@ -170,6 +179,16 @@ TEST_F(Files, AStreamGetsTheSameTextAByte0xFFIncluded) {
         std::wostringstream out;
         EXPECT_TRUE(CompPreprocessor().preprocess(file, out));
         ASSERT_EQ(out.str(), plain::Preprocess(std::string_view(bytes).substr(dropped)));
+    }
+}
+
+TEST_F(Files, AStreamGetsTheZeroAloneOfAFileWithoutABuffer) {
+    for (const std::wstring& path : {(path_.parent_path() / "none.txt").wstring(), Write("")}) {
+        const CompScriptFile file(path);
+        std::wostringstream out;
+        EXPECT_TRUE(CompPreprocessor().preprocess(file, out));
+        EXPECT_EQ(out.str(), std::wstring(1, L'\0'));
+        EXPECT_FALSE(file.read_error());
     }
 }
 
