@@ -62,6 +62,8 @@ void CheckStatements(const Subject& subject, Diagnostics& diagnostics) {
     CheckAccessWords(subject, diagnostics);
     CheckEnvelopeStatements(subject, diagnostics);
     CheckTimelineStatements(subject, diagnostics);
+    CheckTargets(subject, diagnostics);
+    CheckNumbers(subject, diagnostics);
     CheckLostBlanks(subject, diagnostics);
     CheckRedeclarations(subject, diagnostics);
     CheckWiring(subject, diagnostics);

@@ -1,5 +1,6 @@
 #include "check/Statements.h"
 
+#include <algorithm>
 #include <string>
 
 #include "compositions/AccessWords.h"
@@ -77,6 +78,46 @@ void CheckParameters(const Subject& subject, const RecordedStatement& statement,
     }
 }
 
+// The target's full stop stands in front of its quote, with nothing but blanks around it.
+void CheckTarget(const Subject& subject, const RecordedStatement& statement,
+                 std::wstring_view instance, std::wstring_view property, Diagnostics& diagnostics) {
+    if (instance.empty() || property.empty()) return;
+    const wchar_t* const begin = instance.data() + instance.size();
+    std::wstring_view between(begin, static_cast<std::size_t>(property.data() - begin));
+    between = between.substr(0, between.rfind(L'"'));
+    const std::wstring expected = std::wstring(characters::kBlanks) + L'.';
+    const std::size_t first = between.find_first_not_of(expected);
+    if (first == between.npos) return;
+    between = between.substr(first, between.find_last_not_of(expected) + 1 - first);
+    diagnostics.Add("C321", subject.RangeOf(statement, between),
+                    Quoted(between) + " is passed over",
+                    {"the target is " + Unquoted(instance) + "." + Quoted(property)});
+}
+
+void CheckTargets(const Subject& subject, const RecordedStatement& statement,
+                  Diagnostics& diagnostics) {
+    const auto pieces = subject.Record().Pieces(statement);
+    std::size_t target = statement.rule == R46 ? subject.FirstQuoted(statement) + 1 : 0;
+    for (; target + 1 < pieces.size(); target += 2) {
+        CheckTarget(subject, statement, pieces[target], pieces[target + 1], diagnostics);
+    }
+}
+
+// Digits, with a "-" and perhaps blanks in front and a fraction behind if need be.
+bool IsWellFormed(std::wstring_view number) {
+    if (number.starts_with(L'-')) {
+        number.remove_prefix(1);
+        number.remove_prefix(
+            std::min(number.find_first_not_of(characters::kBlanks), number.size()));
+    }
+    const std::size_t point = number.find(L'.');
+    const auto isDigits = [](std::wstring_view text) {
+        return !text.empty() && text.find_first_not_of(characters::kDigits) == text.npos;
+    };
+    return isDigits(number.substr(0, point)) &&
+           (point == number.npos || isDigits(number.substr(point + 1)));
+}
+
 }  // namespace
 
 void CheckAccessWords(const Subject& subject, Diagnostics& diagnostics) {
@@ -110,6 +151,29 @@ void CheckTimelineStatements(const Subject& subject, Diagnostics& diagnostics) {
                             diagnostics.HasRoom()
                                 ? DidYouMean(pieces[i], subject.NamesOf(Section::kEffects))
                                 : std::vector<std::string>());
+        }
+    }
+}
+
+void CheckTargets(const Subject& subject, Diagnostics& diagnostics) {
+    for (const Section section : {Section::kMapping, Section::kTimeline}) {
+        for (const RecordedStatement& statement : subject.Record().Statements(section)) {
+            CheckTargets(subject, statement, diagnostics);
+        }
+    }
+}
+
+void CheckNumbers(const Subject& subject, Diagnostics& diagnostics) {
+    for (const Section section : {Section::kProperties, Section::kEnvelopes, Section::kTimeline}) {
+        for (const RecordedStatement& statement : subject.Record().Statements(section)) {
+            const auto pieces = subject.Record().Pieces(statement);
+            for (std::size_t piece = 0; piece < pieces.size(); ++piece) {
+                const std::wstring_view text = pieces[piece];
+                if (text.empty() || !IsNumber(text) || IsWellFormed(text)) continue;
+                if (subject.IsQuoted(statement, piece) || subject.IsVariable(text)) continue;
+                diagnostics.Add("C322", subject.RangeOf(statement, text),
+                                Quoted(text) + " is read as one number");
+            }
         }
     }
 }

@@ -13,6 +13,10 @@ void CheckSourceStatements(const Subject& subject, Diagnostics& diagnostics);
 void CheckAccessWords(const Subject& subject, Diagnostics& diagnostics);
 void CheckEnvelopeStatements(const Subject& subject, Diagnostics& diagnostics);
 void CheckTimelineStatements(const Subject& subject, Diagnostics& diagnostics);
+// Text that a target's full stop passes over, in MAPPING and TIMELINE.
+void CheckTargets(const Subject& subject, Diagnostics& diagnostics);
+// Numbers that hold more than they should, where they are kept as they are written.
+void CheckNumbers(const Subject& subject, Diagnostics& diagnostics);
 // Blanks at the start of texts, in every section.
 void CheckLostBlanks(const Subject& subject, Diagnostics& diagnostics);
 

@@ -204,6 +204,27 @@ constexpr DiagnosticKind kTextKinds[] = {
      "[SETUP]\n"
      "NAME = \"Soft Focus\"\n"
      "CATEGORY = \"Light\"\n"},
+    {"C321", kWarning, "text between a target's full stop and its quote",
+     "The full stop of a target runs on to the next quote. What stands in between is passed "
+     "over, other targets included.",
+     "[PROPERTIES]\n"
+     "WRITE \"Size\" = 4\n"
+     "[MAPPING]\n"
+     "WRITE \"Size\" = Soften.Passes, Soften.\"Radius\"\n",
+     "[PROPERTIES]\n"
+     "WRITE \"Size\" = 4\n"
+     "[MAPPING]\n"
+     "WRITE \"Size\" = Soften.\"Passes\", Soften.\"Radius\"\n"},
+    {"C322", kWarning, "a number with other characters in it",
+     "A \"-\" and the full stop of a fraction run on to the next digit, and digits to the next "
+     "blank, letter or mark. What stands in between is part of the number, other statements "
+     "included.",
+     "[PROPERTIES]\n"
+     "READ WRITE \"Radius\" = -auto\n"
+     "READ WRITE \"Passes\" = 3\n",
+     "[PROPERTIES]\n"
+     "READ WRITE \"Radius\" = -1\n"
+     "READ WRITE \"Passes\" = 3\n"},
 };
 // clang-format on
 
