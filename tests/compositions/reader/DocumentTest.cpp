@@ -67,6 +67,44 @@ TEST(Document, ItsStructureMakesTheMixThatItSays) {
     FAIL() << "no such script on the page";
 }
 
+TEST(Document, AMinusRunsOnToTheNextDigit) {
+    const auto script =
+        ReadScript(TextOf({.properties = "\"Level\" = -auto\n\"Other\" = 5\n\"Third\" = 6"}));
+    ASSERT_EQ(script->GetProperties().size(), 2u);
+    EXPECT_EQ(script->GetProperties()[0].value, L"-auto\n\"Other\" = 5");
+    EXPECT_EQ(script->GetProperties()[1].name, L"Third");
+}
+
+TEST(Document, AFullStopRunsOnToTheNextQuote) {
+    const auto script =
+        ReadScript(TextOf({.effects = "Soften = \"e\" Grade = \"e\"",
+                           .mapping = "\"Strength\" = Soften.Radius, Grade.\"Gamma\""}));
+    ASSERT_EQ(script->GetMappings().size(), 1u);
+    EXPECT_EQ(script->GetMappings()[0].property, compositions::UpperName(L"STRENGTH"));
+    EXPECT_EQ(script->GetMappings()[0].instance, compositions::UpperName(L"SOFTEN"));
+    EXPECT_EQ(script->GetMappings()[0].targetProperty, L"Gamma");
+}
+
+TEST(Document, ABracketRunsOnToTheNextLetter) {
+    const auto script = ReadScript("[_?SETUP] NAME = \"n\" CATEGORY = \"c\"");
+    EXPECT_EQ(script->GetSectionStatuses()[compositions::Section::kSetup], 0);
+}
+
+TEST(Document, ACommentAtTheVeryEndTakesTheLastNameOrNumber) {
+    const std::string start = TextOf({.effects = "E = \"e\"", .structure = nullptr});
+    const auto named = ReadScript(start + "[STRUCTURE] OUTPUT = E;done");
+    EXPECT_EQ(named->GetReadStatus(), 0);
+    EXPECT_EQ(named->GetStructure().name.Data(), nullptr);
+    const std::string timeline = TextOf({.timeline = "E.\"a\" = 1 E.\"b\" = "});
+    EXPECT_EQ(ReadScript(timeline + "2;done")->GetTimelineEntries().size(), 1u);
+    EXPECT_EQ(ReadScript(timeline + "\"2\";done")->GetTimelineEntries().size(), 2u);
+}
+
+TEST(Document, AnUnknownValueEndsTheTimeline) {
+    const auto script = ReadScript(TextOf({.timeline = "E.\"a\" = +5 E.\"b\" = 1"}));
+    EXPECT_TRUE(script->GetTimelineEntries().empty());
+}
+
 TEST(Document, WhatTextsMayStartWith) {
     const auto reads = [](char first) {
         const std::string setup = std::string("NAME = \"") + first + "x\" CATEGORY = \"c\"";

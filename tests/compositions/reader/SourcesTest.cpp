@@ -106,6 +106,22 @@ TEST(Sources, AnotherFormEndsTheSection) {
     EXPECT_EQ(script->GetReadStatus(), 0);
 }
 
+TEST(Sources, TheInputsOfAFilterAreCountedWhenAllElseWasRead) {
+    ScriptParts parts{.setup = "NAME = \"n\" CATEGORY = \"c\" IS_FILTER = TRUE",
+                      .properties = "\"p\" = 1",
+                      .timeline = "E.\"q\" = 1"};
+    const auto script = ReadScript(parts);
+    EXPECT_EQ(script->GetReadStatus(), 20);
+    EXPECT_EQ(script->GetProperties().size(), 1u);
+    EXPECT_EQ(script->GetTimelineEntries().size(), 1u);
+    parts.structure = "OUTPUT = Nobody";
+    EXPECT_EQ(ReadScript(parts)->GetReadStatus(), 8);
+    parts.structure = "";
+    EXPECT_EQ(ReadScript(parts)->GetReadStatus(), 7);
+    parts.structure = nullptr;
+    EXPECT_EQ(ReadScript(parts)->GetReadStatus(), 6);
+}
+
 TEST(Sources, FilterNeedsExactlyOneInputOfEitherSort) {
     const char* setup = "NAME = \"n\" CATEGORY = \"c\" IS_FILTER = TRUE";
     const auto status = [&](const char* sources) {

@@ -80,7 +80,7 @@ private:
         return Say(
             "C302", stop_.begin, end,
             "a text cannot start with " + Quoted(text_.substr(stop_.begin, end - stop_.begin)),
-            {"it starts with a letter, a digit or one of ;[]=:\\.(){},-%"});
+            {"it starts with a letter, a digit or one of []=:\\.(){},-%"});
     }
 
     bool AddNumber() {

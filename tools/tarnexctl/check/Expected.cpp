@@ -22,7 +22,7 @@ const char* LexemWords(std::uint32_t kind) {
         case LxQuote:
             return "a text in quotes";
         case LxStringBody:
-            return "a text that starts with a letter, a digit or one of ;[]=:\\.(){},-%";
+            return "a text that starts with a letter, a digit or one of []=:\\.(){},-%";
         case LxEquals:
             return "\"=\"";
         case LxPercent:

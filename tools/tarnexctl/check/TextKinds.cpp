@@ -20,7 +20,7 @@ constexpr DiagnosticKind kTextKinds[] = {
      "[STRUCTURE]\n"
      "OUTPUT = MIX(Soften(Video), Logo)\n"},
     {"C302", kError, "a text that cannot start so",
-     "A text starts with a letter, a digit or one of ;[]=:\\.(){},-%. With any other character "
+     "A text starts with a letter, a digit or one of []=:\\.(){},-%. With any other character "
      "in front its statement does not read, and the section ends there.",
      "[EFFECTS]\n"
      "Soften = \"_Blur\\Video\"\n",
