@@ -30,21 +30,23 @@ public:
     bool get_expression(std::uint32_t rule, std::vector<String>& out) {
         return this->MatchRule(rule, out, &ReportLine);
     }
-    // The same without copying the pieces; a lack of memory throws std::bad_alloc.
+    // The same without copying the pieces; a lack of memory throws std::bad_alloc, leaves the
+    // position unchanged and any pieces in `out`.
     bool get_expression(std::uint32_t rule, Pieces& out) {
         return this->MatchRule(rule, out, &ReportLine);
     }
 
     // Tries the rule at every character from the position on. The position comes to stand behind
     // the match, or with `peek` where the match began, blanks included; it stays when there is
-    // none.
+    // none, and when a lack of memory throws std::bad_alloc.
     bool find_expression(std::uint32_t rule, bool peek) {
         return this->FindRule(rule, peek, &ReportLine);
     }
 
     // Matches any node. Adds to `out` what it stores (`store` reaches a lexem only, see
     // GrammarNode); with `append`, its first piece goes to the end of the last string of `out`,
-    // where it stays even when the match fails later on. Slow: the node is compiled anew each time.
+    // where it stays even when the match fails later on. A lack of memory is a failure that adds no
+    // string. Slow: the node is compiled anew each time.
     bool get_expression_lexem(const GrammarNode& node, std::vector<String>& out, bool store,
                               bool append) {
         return this->MatchNode(node, out, store, append, &ReportLine);

@@ -113,16 +113,23 @@ bool ScriptCore::MatchRule(std::uint32_t rule, std::vector<std::wstring>& out, R
 
 bool ScriptCore::MatchNode(const GrammarNode& node, std::vector<std::wstring>& out, bool store,
                            bool append, Report report) {
-    Ready();
-    const std::shared_ptr<const Program> program =
-        Compile(Tables(), Blanks(), LooseNode{&node, store, append});
-    matcher_.Scanner().Reset(text_, *program);
-    std::size_t position = position_;
-    Pieces pieces;
-    const bool matched = matcher_.Match(program->loose, position, pieces, out.size(), report);
-    matcher_.Scanner().Reset(text_, *program_);
-    matcher_.Recorded().AppendTo(out);
-    if (matched) position_ = position;
+    const std::size_t before = out.size();
+    bool matched = false;
+    try {
+        Ready();
+        const std::shared_ptr<const Program> program =
+            Compile(Tables(), Blanks(), LooseNode{&node, store, append});
+        matcher_.Scanner().Reset(text_, *program);
+        std::size_t position = position_;
+        Pieces pieces;
+        matched = matcher_.Match(program->loose, position, pieces, before, report);
+        matcher_.Recorded().AppendTo(out);
+        if (matched) position_ = position;
+    } catch (const std::bad_alloc&) {
+        matched = false;
+        out.resize(before);
+    }
+    matcher_.Scanner().Reset(text_, *program_);  // the other program is gone
     return matched;
 }
 

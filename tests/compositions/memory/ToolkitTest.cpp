@@ -106,4 +106,26 @@ TEST(ToolkitOutOfMemory, GetExpressionOfManyPiecesAnswersFalse) {
     });
 }
 
+// The node is compiled anew, and the matcher must not keep to that when it fails.
+TEST(ToolkitOutOfMemory, GetExpressionLexemAnswersFalse) {
+    std::string text;
+    for (int i = 0; i < 200; ++i) text += "w" + std::string(100, ' ');
+    ForEachInterpreter(text + "\"n\" ", [](CompInterpreter& interpreter, int nth, bool lasts) {
+        Strings pieces = {L"before"};
+        const Outcome outcome = Try(nth, lasts, [&] {
+            return interpreter.get_expression_lexem(helpers::scripting::symbol(R43), pieces, true,
+                                                    false);
+        });
+        if (!outcome.matched) {
+            EXPECT_EQ(pieces, Strings{L"before"});
+            EXPECT_EQ(interpreter.Position(), 0u);
+            EXPECT_TRUE(interpreter.get_expression(R43, pieces)) << "the next call";
+            EXPECT_EQ(pieces.size(), 201u);
+        } else {
+            EXPECT_EQ(pieces.size(), 202u);
+        }
+        return outcome;
+    });
+}
+
 }  // namespace
