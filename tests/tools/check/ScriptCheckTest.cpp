@@ -135,6 +135,38 @@ TEST(ScriptCheck, ARefusedScriptHasAnErrorWhateverIsChangedInIt) {
     }
 }
 
+// How many of that code a script with these sections raises.
+std::size_t Raised(const char* code, const std::string& sections) {
+    const std::vector<std::string> codes =
+        Codes(std::string(kStart) + "[STRUCTURE] OUTPUT = E(V)\n" + sections);
+    return static_cast<std::size_t>(std::ranges::count(codes, code));
+}
+
+TEST(ScriptCheck, TextThatATargetsFullStopPassesOverIsTold) {
+    for (const char* target :
+         {"E.a, E.\"p\"", "E.a\"\"", "E..\"p\"", "E.\n[X] \"p\"", "E ./\"p\""}) {
+        EXPECT_EQ(Raised("C321", std::string("[MAPPING] \"m\" = ") + target), 1u) << target;
+        EXPECT_EQ(Raised("C321", std::string("[TIMELINE] ") + target + " = 1"), 1u) << target;
+    }
+    for (const char* target : {"E.\"p\"", "E . \"p\"", "E\n.\t\"p\"", "E.\"\"", "E.\" p\""}) {
+        EXPECT_EQ(Raised("C321", std::string("[MAPPING] \"m\" = ") + target), 0u) << target;
+        EXPECT_EQ(Raised("C321", std::string("[TIMELINE] ") + target + " = 1"), 0u) << target;
+    }
+    EXPECT_EQ(Raised("C321", "[TIMELINE] E.\"a\", E.b, E.\"c\", E.d, E.\"e\" = 1"), 2u);
+}
+
+TEST(ScriptCheck, TextThatIsReadIntoANumberIsTold) {
+    for (const char* number :
+         {"-auto\n5", "12_3", "-.5", "--5", "1.x5", "1. 5", "1 .x5", "5 .x\nREAD b 7"}) {
+        EXPECT_EQ(Raised("C322", std::string("[PROPERTIES] READ \"p\" = ") + number), 1u) << number;
+        EXPECT_EQ(Raised("C322", std::string("[TIMELINE] E.\"p\" = ") + number), 1u) << number;
+    }
+    for (const char* value : {"5", "-5", "- 5", "1.5", "1 .5", "-0.25", "\"-a\"", "\"1_2\""}) {
+        EXPECT_EQ(Raised("C322", std::string("[PROPERTIES] READ \"p\" = ") + value), 0u) << value;
+        EXPECT_EQ(Raised("C322", std::string("[TIMELINE] E.\"p\" = ") + value), 0u) << value;
+    }
+}
+
 TEST(ScriptCheck, ACheckerIsUsedAgain) {
     ScriptChecker checker;
     EXPECT_FALSE(checker.Check("[SETUP] NAME = \"n\"").diagnostics.IsEmpty());

@@ -11,6 +11,7 @@ void Recording::Start(bool wantsExpected) {
     sections_ = {};
     statements_.clear();
     pieces_.clear();
+    joined_.clear();
 }
 
 void Recording::OnHeader(Section section, ByteRange range) {
@@ -29,6 +30,9 @@ void Recording::OnStatement(const compositions::Statement& statement) {
     for (const std::wstring_view piece : statement.pieces) {
         const bool isInText = !before(piece.data(), begin) && before(piece.data(), end);
         pieces_.push_back(isInText ? piece : std::wstring_view());
+        if (!isInText && !piece.empty()) {
+            joined_.push_back({statements_.size() - 1, std::wstring(piece)});
+        }
     }
     if (statement.outcome != StatementOutcome::kTaken) allTaken_ = false;
     ++At(statement.section).statementCount;

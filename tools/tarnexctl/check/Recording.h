@@ -25,6 +25,12 @@ struct RecordedStatement {
     std::size_t pieceCount;
 };
 
+// A piece that was put together across blanks.
+struct JoinedPiece {
+    std::size_t statement;  // its number
+    std::wstring text;
+};
+
 struct RecordedSection {
     bool found = false;
     ByteRange header;
@@ -55,6 +61,9 @@ public:
     std::span<const std::wstring_view> Pieces(const RecordedStatement& statement) const {
         return std::span(pieces_).subspan(statement.firstPiece, statement.pieceCount);
     }
+    // Those of all sections, in the order of reading: numbers with blanks before their full stop.
+    std::span<const JoinedPiece> Joined() const { return joined_; }
+    const RecordedStatement& Statement(std::size_t number) const { return statements_[number]; }
     bool AllTaken() const { return allTaken_; }
 
     bool WantsExpected() const override { return wantsExpected_; }
@@ -72,6 +81,7 @@ private:
     std::array<RecordedSection, compositions::kSectionCount> sections_;
     std::vector<RecordedStatement> statements_;
     std::vector<std::wstring_view> pieces_;
+    std::vector<JoinedPiece> joined_;
 };
 
 }  // namespace tarnexctl

@@ -78,17 +78,21 @@ void CheckParameters(const Subject& subject, const RecordedStatement& statement,
     }
 }
 
-// The target's full stop stands in front of its quote, with nothing but blanks around it.
+// Between a target's instance and the quote of its property stand a full stop and blanks.
 void CheckTarget(const Subject& subject, const RecordedStatement& statement,
                  std::wstring_view instance, std::wstring_view property, Diagnostics& diagnostics) {
-    if (instance.empty() || property.empty()) return;
-    const wchar_t* const begin = instance.data() + instance.size();
-    std::wstring_view between(begin, static_cast<std::size_t>(property.data() - begin));
-    between = between.substr(0, between.rfind(L'"'));
-    const std::wstring expected = std::wstring(characters::kBlanks) + L'.';
-    const std::size_t first = between.find_first_not_of(expected);
-    if (first == between.npos) return;
-    between = between.substr(first, between.find_last_not_of(expected) + 1 - first);
+    const std::wstring_view text = subject.Text();
+    const auto begin = static_cast<std::size_t>(instance.data() - text.data()) + instance.size();
+    std::wstring_view between = text.substr(begin, text.find(L'"', begin) - begin);
+    const auto skipBlanks = [&] {
+        between.remove_prefix(
+            std::min(between.find_first_not_of(characters::kBlanks), between.size()));
+    };
+    skipBlanks();
+    between.remove_prefix(between.starts_with(L'.'));
+    skipBlanks();
+    between = between.substr(0, between.find_last_not_of(characters::kBlanks) + 1);
+    if (between.empty()) return;
     diagnostics.Add("C321", subject.RangeOf(statement, between),
                     Quoted(between) + " is passed over",
                     {"the target is " + Unquoted(instance) + "." + Quoted(property)});
@@ -164,15 +168,22 @@ void CheckTargets(const Subject& subject, Diagnostics& diagnostics) {
 }
 
 void CheckNumbers(const Subject& subject, Diagnostics& diagnostics) {
+    const auto add = [&](ByteRange range, std::wstring_view number) {
+        diagnostics.Add("C322", range, Quoted(number) + " is read as one number",
+                        {"a digit follows \"-\" and \".\" directly"});
+    };
+    for (const JoinedPiece& number : subject.Record().Joined()) {
+        if (IsWellFormed(number.text)) continue;
+        add(subject.Record().Statement(number.statement).range, number.text);
+    }
     for (const Section section : {Section::kProperties, Section::kEnvelopes, Section::kTimeline}) {
         for (const RecordedStatement& statement : subject.Record().Statements(section)) {
             const auto pieces = subject.Record().Pieces(statement);
             for (std::size_t piece = 0; piece < pieces.size(); ++piece) {
                 const std::wstring_view text = pieces[piece];
                 if (text.empty() || !IsNumber(text) || IsWellFormed(text)) continue;
-                if (subject.IsQuoted(statement, piece) || subject.IsVariable(text)) continue;
-                diagnostics.Add("C322", subject.RangeOf(statement, text),
-                                Quoted(text) + " is read as one number");
+                if (subject.IsQuoted(statement, piece)) continue;
+                add(subject.RangeOf(statement, text), text);
             }
         }
     }
