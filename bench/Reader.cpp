@@ -146,8 +146,8 @@ void EmptyCaches() {
     benchmark::DoNotOptimize(memory.data());
 }
 
-// The least that can be done with a text that is read as wide characters: it is widened, and each
-// character is looked at once.
+// What is done at least with a text that is read as wide characters, one by one: it is widened, and
+// each is looked at once.
 void WidenAndLook(const std::string& text) {
     const std::wstring wide(text.begin(), text.end());
     std::uint32_t sum = 0;

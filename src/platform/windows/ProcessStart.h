@@ -7,8 +7,8 @@
 namespace platform {
 
 // Calls `create`, which calls CreateProcess, and calls it again when a process was given up: up to
-// three times in all. Wine needs one page at a fixed place, gets a heap at a random one, and ends
-// a process in which they meet with ERROR_INTERNAL_ERROR; the next process has its heap elsewhere.
+// three times in all. Wine needs one page at a fixed place, and where a process's heap, whose place
+// is random, has it already, that process is given up with ERROR_INTERNAL_ERROR.
 // Returns what the last call returned and leaves the error that it left.
 template <typename Create>
 BOOL StartProcess(const Create& create) {

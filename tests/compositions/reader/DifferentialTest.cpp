@@ -51,7 +51,7 @@ private:
             "[STRUCTURE] OUTPUT = MIX(A, B)\n");
         isTame_ = true;
         int sections[] = {4, 5, 6, 7};
-        std::ranges::shuffle(sections, random_);
+        for (int last = 3; last > 0; --last) std::swap(sections[last], sections[Below(last + 1)]);
         for (const int section : sections) {
             if (Below(6)) AddSection(section);
         }
@@ -287,7 +287,7 @@ TEST(Differential, GeneratedScriptsReadAsThePlainReaderReadsThem) {
         Compare(maker.Make(), met);
         if (HasFatalFailure()) return;
     }
-    // -1: not reached.
+    // The scripts are the same everywhere. -1: not reached.
     const std::pair<Section, std::vector<int>> statuses[] = {
         {Section::kSetup, {0, 1, 3, 12}},
         {Section::kSources, {-1, 0, 4}},
@@ -299,7 +299,7 @@ TEST(Differential, GeneratedScriptsReadAsThePlainReaderReadsThem) {
         {Section::kTimeline, {-1, 0, 12, 18, 19}}};
     for (const auto& [section, expected] : statuses) {
         for (const int status : expected) {
-            EXPECT_GT((met[{section, status}]), kGeneratedScripts / 1000)
+            EXPECT_GT((met[{section, status}]), kGeneratedScripts / 4000)
                 << SectionKeyword(section) << " " << status;
         }
     }

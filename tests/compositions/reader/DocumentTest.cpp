@@ -85,6 +85,13 @@ TEST(Document, AFullStopRunsOnToTheNextQuote) {
     EXPECT_EQ(script->GetMappings()[0].targetProperty, L"Gamma");
 }
 
+TEST(Document, ADigitBetweenAFullStopAndItsQuoteEndsTheSection) {
+    const auto script =
+        ReadScript(TextOf({.effects = "E = \"e\"",
+                           .mapping = "\"a\" = E.\"x\" \"b\" = E.y2, E.\"z\" \"c\" = E.\"w\""}));
+    EXPECT_EQ(script->GetMappings().size(), 1u);
+}
+
 TEST(Document, ABracketRunsOnToTheNextLetter) {
     const auto script = ReadScript("[_?SETUP] NAME = \"n\" CATEGORY = \"c\"");
     EXPECT_EQ(script->GetSectionStatuses()[compositions::Section::kSetup], 0);
@@ -95,6 +102,7 @@ TEST(Document, ACommentAtTheVeryEndTakesTheLastNameOrNumber) {
     const auto named = ReadScript(start + "[STRUCTURE] OUTPUT = E;done");
     EXPECT_EQ(named->GetReadStatus(), 0);
     EXPECT_EQ(named->GetStructure().name.Data(), nullptr);
+    EXPECT_EQ(Written(ReadScript(start + "[STRUCTURE] OUTPUT = E;done\n")->GetStructure()), L"E");
     const std::string timeline = TextOf({.timeline = "E.\"a\" = 1 E.\"b\" = "});
     EXPECT_EQ(ReadScript(timeline + "2;done")->GetTimelineEntries().size(), 1u);
     EXPECT_EQ(ReadScript(timeline + "\"2\";done")->GetTimelineEntries().size(), 2u);
