@@ -5,7 +5,7 @@
 #include <vector>
 
 struct PlainComparison {
-    std::string difference;  // the first one, in words; empty when there is none
+    std::string difference;              // the first one, in words; empty when there is none
     std::vector<std::int32_t> sections;  // the status of each, in the order of Section
 };
 
