@@ -82,6 +82,7 @@ std::span<const Candidate> TextScanner::FindCandidates(const Entry& entry, std::
 
 void TextScanner::ListCandidates(const Entry& entry) {
     const CompiledLexem& lexem = *entry.beforeKeyword;
+    candidatesOf_ = nullptr;  // until the list is whole
     candidates_.clear();
     const std::wstring_view text = Text();
     for (std::size_t at = text.find(entry.onlyFirst); at != text.npos;

@@ -3,8 +3,11 @@
 
 #include <gtest/gtest.h>
 
+#include <new>
+
 #include "compositions/language/CompInterpreter.h"
 #include "helpers/report/CapturedOutput.h"
+#include "helpers/scripting/TestLanguage.h"
 #include "tarnex/AllocationFault.h"
 
 namespace {
@@ -125,6 +128,38 @@ TEST(ToolkitOutOfMemory, GetExpressionLexemAnswersFalse) {
             EXPECT_EQ(pieces.size(), 202u);
         }
         return outcome;
+    });
+}
+
+// Where one mark was being looked for, the other is found afterwards.
+TEST(ToolkitOutOfMemory, FindExpressionLeavesThePositionAndFindsTheNext) {
+    using helpers::scripting::keyword;
+    using helpers::scripting::then;
+    constexpr std::uint32_t kWord = 1, kSquare = 2, kAngle = 3, kOne = 11, kTwo = 12;
+    std::string text = "[one]";
+    for (int i = 0; i < 100; ++i) text += "<no>";
+    text += "<two> ";
+    ForEachAllocation([&](int nth, bool lasts) {
+        test_language::TestInterpreter interpreter(std::string_view(text), L" ");
+        interpreter.add_lexem({kWord, L"ontw", L"]> "});
+        interpreter.add_lexem({kSquare, L"[", L"ontw"});
+        interpreter.add_lexem({kAngle, L"<", L"ontw"});
+        interpreter.add_rule(kOne, then(kSquare, keyword(kWord, L"one")));
+        interpreter.add_rule(kTwo, then(kAngle, keyword(kWord, L"two")));
+        EXPECT_TRUE(interpreter.find_expression(kOne, true));
+        EXPECT_EQ(interpreter.Position(), 0u);
+        bool happened = true;
+        try {
+            const AllocationFault fault(Fault::kBadAlloc, nth, lasts);
+            EXPECT_TRUE(interpreter.find_expression(kTwo, true));
+            happened = fault.Happened();
+            EXPECT_EQ(interpreter.Position(), text.find("<two"));
+        } catch (const std::bad_alloc&) {
+            EXPECT_EQ(interpreter.Position(), 0u);
+            EXPECT_TRUE(interpreter.find_expression(kOne, true)) << "the other mark";
+            EXPECT_TRUE(interpreter.find_expression(kTwo, true)) << "the next call";
+        }
+        return happened;
     });
 }
 
