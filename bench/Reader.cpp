@@ -156,9 +156,8 @@ void WidenAndLook(const std::string& text) {
 }
 
 // All sizes begin alike: otherwise short texts would be read from the caches again and again, and
-// long ones never. What then still grows more than tenfold, the floor shows it to be the memory's.
-// The code is not in the caches either, which weighs most on the smallest size; the counts of
-// `./dev bench growth` are free of both.
+// long ones never. The code is not in the caches either, which weighs most on the smallest size;
+// the counts of `./dev bench growth` are free of that.
 void Hostile(benchmark::State& state, const bench::Family& family) {
     struct Times {
         double reading;
