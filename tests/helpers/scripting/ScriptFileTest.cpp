@@ -70,6 +70,7 @@ TEST_F(Files, AnEmptyFileAndAFolderAreNotLoaded) {
     EXPECT_FALSE(CompScriptFile(std::filesystem::current_path().wstring()).loaded());
 }
 
+// Windows would keep the file for whoever has it open.
 TEST_F(Files, AnEmptyFileIsNotKeptOpen) {
     const CompScriptFile file(Write(""));
     EXPECT_TRUE(std::filesystem::remove(path_));
